@@ -1,0 +1,74 @@
+#include "batch_args.hpp"
+
+#include <algorithm>
+#include <optional>
+
+namespace arborex::batch {
+
+namespace {
+
+bool takesValue(std::string_view flag) {
+    return flag == "--remove-mapsheet" || flag == "--version";
+}
+
+Answer yesNo(const std::string& value) {
+    if (value == "yes") return Answer::Yes;
+    if (value == "no") return Answer::No;
+    throw UsageError("--remove-mapsheet must be yes or no, not '" + value + "'");
+}
+
+int16_t fileVersion(const std::string& value) {
+    for (int16_t version : {int16_t{3226}, int16_t{200}, int16_t{111}})
+        if (value == std::to_string(version)) return version;
+    throw UsageError("--version must be 3226, 200 or 111, not '" + value + "'");
+}
+
+void apply(BatchOptions& options, const std::string& flag, const std::string& value) {
+    if (flag == "--json")
+        options.json = true;
+    else if (flag == "--quiet")
+        options.quiet = true;
+    else if (flag == "--remove-mapsheet")
+        options.removeMapsheet = yesNo(value);
+    else if (flag == "--version")
+        options.version = fileVersion(value);
+}
+
+}  // namespace
+
+BatchOptions parseOptions(const std::vector<std::string>& args,
+                          std::initializer_list<std::string_view> allowed) {
+    BatchOptions options;
+    bool flagsEnded = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& word = args[i];
+        if (flagsEnded || word.size() < 2 || word[0] != '-') {
+            options.operands.push_back(word);
+            continue;
+        }
+        if (word == "--") {
+            flagsEnded = true;
+            continue;
+        }
+        std::string flag = word;
+        std::optional<std::string> value;
+        if (auto equals = word.find('='); equals != std::string::npos) {
+            flag = word.substr(0, equals);
+            value = word.substr(equals + 1);
+        }
+        if (std::find(allowed.begin(), allowed.end(), flag) == allowed.end())
+            throw UsageError("unknown option " + flag);
+        if (takesValue(flag)) {
+            if (!value) {
+                if (i + 1 >= args.size()) throw UsageError(flag + " needs a value");
+                value = args[++i];
+            }
+        } else if (value) {
+            throw UsageError(flag + " takes no value");
+        }
+        apply(options, flag, value.value_or(""));
+    }
+    return options;
+}
+
+}  // namespace arborex::batch

@@ -1,0 +1,35 @@
+#pragma once
+// The batch command line after its command word: operands and the flags a command allows.
+
+#include <cstdint>
+#include <initializer_list>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/prompt.hpp"
+
+namespace arborex::batch {
+
+// A command line that cannot be run as written; the text is the one-line reason.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct BatchOptions {
+    std::vector<std::string> operands;
+    bool json = false;                   // --json
+    bool quiet = false;                  // --quiet
+    Answer removeMapsheet = Answer::No;  // --remove-mapsheet yes|no
+    int16_t version = 3226;              // --version 3226|200|111
+};
+
+// Reads `args` (the words after the command) into options. A flag takes its value as the next
+// word or after "=" ("--version 200", "--version=200"); "--" ends the flags. Throws UsageError
+// for a flag not in `allowed`, a missing or bad value, or a flag given a value it takes none of.
+BatchOptions parseOptions(const std::vector<std::string>& args,
+                          std::initializer_list<std::string_view> allowed);
+
+}  // namespace arborex::batch

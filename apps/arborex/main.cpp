@@ -1,0 +1,49 @@
+// The desktop program's entry: builds the platform services and the main screen, then hands
+// over to the start-up sequence.
+
+#include <QApplication>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/startup.hpp"
+#include "platform/app_paths.hpp"
+#include "platform/qt_settings_store.hpp"
+#include "platform/single_instance.hpp"
+#include "ui/frm_arbo.hpp"
+#include "ui/frm_status.hpp"
+#include "ui/qt_prompt.hpp"
+#include "ui/qt_views.hpp"
+#include "ui/startup_sequence.hpp"
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    QApplication::setOrganizationName("Arborex");
+    QApplication::setApplicationName("Arborex");
+    QApplication::setApplicationVersion("3.2.26");
+
+    arborex::QtSettingsStore settings;
+    arborex::QtPrompt prompt;
+    arborex::frmStatus status;
+    arborex::QtViews views;
+    arborex::Host host{prompt, status, settings, views};
+    auto model = std::make_unique<arborex::Model>();
+
+    arborex::frmArbo mainScreen(*model, host);
+    views.setMainScreen(&mainScreen);
+    prompt.setParent(&mainScreen);
+
+    arborex::SingleInstance instance;
+    std::vector<std::string> args;
+    for (const QString& arg : QApplication::arguments().mid(1)) args.push_back(arg.toStdString());
+
+    arborex::StartupEnvironment env;
+    env.commandLine = arborex::joinArguments(args);
+    env.programFolder = arborex::programDataFolder(QApplication::applicationDirPath());
+    env.tempFolder = arborex::userTempFolder();
+    env.documentsFolder = arborex::userDocumentsFolder();
+    env.anotherCopyRunning = [&instance] { return instance.anotherRunning(); };
+
+    if (!arborex::runStartup(*model, host, mainScreen, env)) return 0;
+    return QApplication::exec();
+}

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs the main job on the bundled sample project.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+"$root/scripts/install-deps.sh"
+build="$root/build/release"
+cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DARBOREX_BENCH=OFF >/dev/null
+cmake --build "$build" --target arborex-batch arborex
+"$build/apps/arborex-batch/arborex-batch" info "$root/samples/sample.arx" "$@"

@@ -1,0 +1,58 @@
+#include "frame/error_handler.hpp"
+
+#include <fstream>
+#include <new>
+
+#include "frame/dates.hpp"
+#include "frame/display_format.hpp"
+#include "frame/errors.hpp"
+
+namespace arborex {
+
+ErrorChoice HandleError(Model& m, Host& host, int number, const std::string& detail,
+                        const std::string& routine, const std::string& module) {
+    try {
+        std::ofstream log(m.Paths[UserDocuments] + "errorlog.txt", std::ios::app);
+        if (log)
+            log << formatDate(dateNow(), "yyyy-mm-dd hh:nn:ss") << "\t" << number << "\t" << routine
+                << "\t" << module << "\r\n";
+    } catch (...) {
+        // Logging must never raise a second failure.
+    }
+    std::string message = errorText(number);
+    if (!detail.empty()) message += " (" + detail + ")";
+    return host.prompt.reportError({number, message, routine + " / " + module});
+}
+
+int failureNumberOf(const std::exception_ptr& failure, std::string& detail) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const ArborexError& e) {
+        detail = e.detail();
+        return e.number();
+    } catch (const std::bad_alloc&) {
+        return ErrOutOfMemory;
+    } catch (const std::exception& e) {
+        detail = e.what();
+        return ErrInternal;
+    } catch (...) {
+        return ErrInternal;
+    }
+}
+
+bool runGuarded(Model& m, Host& host, const std::string& routine, const std::string& module,
+                const std::function<void()>& step) {
+    for (;;) {
+        try {
+            step();
+            return true;
+        } catch (...) {
+            std::string detail;
+            const int number = failureNumberOf(std::current_exception(), detail);
+            if (HandleError(m, host, number, detail, routine, module) != ErrorChoice::Retry)
+                return false;
+        }
+    }
+}
+
+}  // namespace arborex

@@ -1,0 +1,91 @@
+#include "frame/startup.hpp"
+
+#include <algorithm>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#include "exchange/split_csv.hpp"
+#include "frame/display_format.hpp"
+#include "frame/file_names.hpp"
+#include "frame/text.hpp"
+
+namespace arborex {
+
+std::string makeRunId(double fraction) {
+    // Rounding a fraction just below 1 would give a seventh digit; the id stays six wide.
+    const double value = std::clamp(fraction * 1000000.0, 0.0, 999999.0);
+    return formatNumber(value, "000000");
+}
+
+std::string makeRunId() {
+    std::random_device seed;
+    std::mt19937 engine(seed());
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    return makeRunId(unit(engine));
+}
+
+// "-" always opens an option. "/" does too, unless the token goes on with further folders: an
+// absolute path on a system whose paths begin with "/" is a project, not an option.
+static bool isOption(const std::string& token) {
+    if (token[0] == '-') return true;
+    return token[0] == '/' && token.find('/', 1) == std::string::npos;
+}
+
+CommandLine parseCommandLine(const std::string& joinedArgs) {
+    CommandLine result;
+    std::vector<std::string> tokens;
+    const int last = SplitCSV(trim(joinedArgs), ' ', tokens);
+    for (int i = 1; i <= last; ++i) {
+        const std::string token = trim(tokens[static_cast<std::size_t>(i)]);
+        if (token.empty()) continue;  // runs of blanks split into empty fields
+        if (isOption(token)) {
+            if (toUpper(token.substr(1)) == "LOG") result.logMode = true;
+            continue;
+        }
+        result.projectPath = token;
+    }
+    return result;
+}
+
+std::string joinArguments(const std::vector<std::string>& args) {
+    std::string joined;
+    for (const auto& arg : args) {
+        if (!joined.empty()) joined += ' ';
+        if (arg.find_first_of(" \"") == std::string::npos && !arg.empty()) {
+            joined += arg;
+            continue;
+        }
+        joined += '"';
+        for (char c : arg) {
+            if (c == '"') joined += '"';
+            joined += c;
+        }
+        joined += '"';
+    }
+    return joined;
+}
+
+void dropMissingProject(Prompt& prompt, std::string& path) {
+    if (path.empty() || fileExists(path)) return;
+    prompt.tell("File Not Found!", "File not found: " + path, Icon::Exclamation);
+    path.clear();
+}
+
+const char* const kTempFileNames[12] = {
+    "btipsy.ini", "Error.txt",   "linedef.txt",  "TIPSYin.DAT",   "TIPSYout.DAT", "TIPSYout.Err",
+    "vdypin.DAT", "VDYPOUT.DAT", "arborex2.btp", "areagraph.txt", "graph.txt",    "tvgraph.txt",
+};
+
+void DeleteTempFiles(const Model& m) {
+    const std::string& folder = m.Paths[UserTemp];
+    if (folder.empty()) return;  // never clean the working folder by accident
+    for (const char* name : kTempFileNames) {
+        const std::string found = findFileNoCase(folder, name);
+        if (found.empty()) continue;
+        std::error_code ignored;
+        std::filesystem::remove(found, ignored);
+    }
+}
+
+}  // namespace arborex

@@ -1,0 +1,49 @@
+#pragma once
+// A dynamic array with a fixed lower bound (0 or 1), whose allocated size may differ from the
+// "last" counter that goes with it: an empty table keeps one element, and the project file
+// writes every allocated element whatever the counter says.
+
+#include <cstddef>
+#include <vector>
+
+#include "frame/errors.hpp"
+
+namespace arborex {
+
+template <typename T, int LowerBound>
+class BoundedArray {
+public:
+    BoundedArray() : items_(1) {}
+
+    static constexpr int lowerBound() { return LowerBound; }
+    int upperBound() const { return LowerBound + static_cast<int>(items_.size()) - 1; }
+    std::size_t size() const { return items_.size(); }
+
+    // Bounds are checked on every access: an index outside them is an unexpected failure.
+    T& operator[](int index) { return items_.at(checked(index)); }
+    const T& operator[](int index) const { return items_.at(checked(index)); }
+
+    // Elements LowerBound..upper; contents kept, new elements zeroed. An upper bound below
+    // the lower one leaves the one-element form.
+    void resize(int upper) {
+        items_.resize(upper < LowerBound ? 1 : static_cast<std::size_t>(upper - LowerBound + 1));
+    }
+    // Back to one zeroed element.
+    void reset() { items_.assign(1, T{}); }
+
+    T* data() { return items_.data(); }
+    const T* data() const { return items_.data(); }
+    auto begin() { return items_.begin(); }
+    auto end() { return items_.end(); }
+    auto begin() const { return items_.begin(); }
+    auto end() const { return items_.end(); }
+
+private:
+    std::size_t checked(int index) const {
+        if (index < LowerBound || index > upperBound()) throw ArborexError(ErrSubscript);
+        return static_cast<std::size_t>(index - LowerBound);
+    }
+    std::vector<T> items_;
+};
+
+}  // namespace arborex

@@ -1,0 +1,365 @@
+#include "ui/frm_arbo.hpp"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "frame/error_handler.hpp"
+#include "frame/file_names.hpp"
+#include "frame/recent_files.hpp"
+#include "frame/startup.hpp"
+#include "frame/text.hpp"
+#include "model/colours.hpp"
+#include "model/polygon_lifecycle.hpp"
+#include "model/project_file.hpp"
+#include "ui/frm_about.hpp"
+#include "ui/frm_project.hpp"
+#include "ui/startup_sequence.hpp"
+#include "ui/ui_helpers.hpp"
+
+namespace arborex {
+
+namespace {
+
+constexpr const char* kModule = "frmArbo2";
+
+struct ViewButton {
+    const char* caption;
+    const char* description;
+    int view;            // the view the button opens
+    bool needsPolygons;  // nothing to show or compute without a polygon
+};
+
+constexpr std::array<ViewButton, 6> kViewButtons = {{
+    {"&Project", "Scenario, licence, district, company and user of the project", 0, false},
+    {"Polygon &Data", "Enter and edit the polygons and their inventory", 1, false},
+    {"C&alculations", "Simulate the harvest and find the highest sustainable rate", 3, true},
+    {"&Summary", "Compare the yields and harvest ages of all polygons", 2, true},
+    {"&Report", "Write the project report to a document", 4, true},
+    {"S&ettings", "Program folders, growth models and user defaults", 7, false},
+}};
+
+// Screens of the views that this build provides; the buttons of the others stay disabled.
+bool screenExists(int view) {
+    return view == 0;
+}
+
+}  // namespace
+
+frmArbo::frmArbo(Model& m, Host& host, QWidget* parent)
+    : QMainWindow(parent), m_(m), host_(host), endProcess_([] { QCoreApplication::exit(0); }) {
+    setObjectName("frmArbo");
+    buildViewButtons();
+    buildMenus();
+    refreshButtons();
+    refreshRecentMenu();
+    UpdateCaption();
+}
+
+frmArbo::~frmArbo() = default;
+
+void frmArbo::buildViewButtons() {
+    auto* central = new QWidget(this);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(8);
+    for (std::size_t i = 0; i < kViewButtons.size(); ++i) {
+        const ViewButton& entry = kViewButtons[i];
+        auto* button = new QPushButton(entry.caption, central);
+        button->setObjectName(QString("cmdView_%1").arg(i));
+        button->setMinimumWidth(140);
+        auto* label = new QLabel(entry.description, central);
+        label->setObjectName(QString("lbl_%1").arg(i));
+        label->setBuddy(button);
+        grid->addWidget(button, static_cast<int>(i), 0);
+        grid->addWidget(label, static_cast<int>(i), 1);
+        const int viewNumber = entry.view;
+        connect(button, &QPushButton::clicked, this, [this, viewNumber] { view(viewNumber); });
+        cmdView_[i] = button;
+    }
+    grid->setColumnStretch(1, 1);
+
+    auto* about = new QPushButton("A&bout", central);
+    about->setObjectName("cmdAbout");
+    auto* exit = new QPushButton("E&xit Program", central);
+    exit->setObjectName("cmdExit");
+    connect(about, &QPushButton::clicked, this, &frmArbo::cmdAbout_Click);
+    connect(exit, &QPushButton::clicked, this, &frmArbo::cmdExit_Click);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(about);
+    bottom->addStretch();
+    bottom->addWidget(exit);
+
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(20, 16, 20, 16);
+    layout->addLayout(grid);
+    layout->addSpacing(12);
+    layout->addLayout(bottom);
+    setCentralWidget(central);
+}
+
+QAction* frmArbo::addAction(QMenu* menu, const char* name, const QString& caption,
+                            void (frmArbo::*handler)()) {
+    QAction* action = menu->addAction(caption);
+    action->setObjectName(name);
+    if (handler) connect(action, &QAction::triggered, this, handler);
+    return action;
+}
+
+void frmArbo::buildMenus() {
+    QMenu* file = menuBar()->addMenu("&File");
+    file->setObjectName("mnuFile");
+    addAction(file, "mniNew", "&New", &frmArbo::mniNew_Click);
+    addAction(file, "mniOpen", "&Open...", &frmArbo::mniOpen_Click);
+    addAction(file, "mniSave", "&Save", &frmArbo::mniSave_Click);
+    addAction(file, "mniSaveAs", "Save &As...", &frmArbo::mniSaveAs_Click);
+    addAction(file, "mniSaveV200", "Save &As Version 2.0+", &frmArbo::mniSaveV200_Click);
+    addAction(file, "mniSaveV111", "Save &As Version 1.1+", &frmArbo::mniSaveV111_Click);
+    file->addSeparator();
+    addAction(file, "mnuPurge", "&Purge Deleted Polygons", &frmArbo::mnuPurge_Click);
+    file->addSeparator();
+    for (int i = 0; i < 4; ++i) {
+        QAction* entry = file->addAction(QString());
+        entry->setObjectName(QString("mnLast_%1").arg(i));
+        connect(entry, &QAction::triggered, this, [this, i] { mnLast_Click(i); });
+        mnLast_[static_cast<std::size_t>(i)] = entry;
+    }
+    file->addSeparator();
+    addAction(file, "mniExit", "E&xit", &frmArbo::cmdExit_Click);
+
+    QMenu* help = menuBar()->addMenu("&Help");
+    help->setObjectName("mnuHelp");
+    addAction(help, "mnuHelpArbo", "Arborex &Manual", &frmArbo::mnuHelpArbo_Click);
+    QMenu* web = help->addMenu("&Web Pages");
+    web->setObjectName("mnuWeb");
+    QAction* home = web->addAction("&Arborex Web Page");
+    home->setObjectName("mnuWeb_0");
+    connect(home, &QAction::triggered, this, [this] {
+        openAddress(
+            qs(host_.settings.read(SettingsRoot::Machine, "Support", "WEBPAGE").value_or("")));
+    });
+    QAction* support = web->addAction("&Support Web Page");
+    support->setObjectName("mnuWeb_1");
+    connect(support, &QAction::triggered, this, [this] { openAddress(qs(m_.Files[FileWebPage])); });
+    addAction(help, "mniEmail", "&E-mail Support", &frmArbo::mniEmail_Click);
+    help->addSeparator();
+    addAction(help, "mniAbout", "&About", &frmArbo::cmdAbout_Click);
+}
+
+void frmArbo::guarded(const char* routine, const std::function<void()>& step) {
+    runGuarded(m_, host_, routine, kModule, step);
+}
+
+// ---- Views ----------------------------------------------------------------------------------
+
+void frmArbo::view(int n) {
+    if (n != 0) return;  // the other views' screens are not part of this build
+    if (!project_) {
+        project_ = new frmProject(m_, host_, this);
+        project_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(project_, &QDialog::finished, this, &frmArbo::showMenu);
+    }
+    project_->show();
+    project_->raise();
+    project_->activateWindow();
+}
+
+void frmArbo::showMenu() {
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmArbo::UpdateCaption() {
+    arborex::UpdateCaption(*this, m_, kProgramTitle);
+}
+
+void frmArbo::refreshButtons() {
+    const bool havePolygons = m_.LastPoly >= 0;
+    for (std::size_t i = 0; i < kViewButtons.size(); ++i) {
+        const ViewButton& entry = kViewButtons[i];
+        cmdView_[i]->setEnabled(screenExists(entry.view) && (havePolygons || !entry.needsPolygons));
+    }
+}
+
+void frmArbo::refreshRecentMenu() {
+    for (int i = 0; i < 4; ++i) {
+        QAction* entry = mnLast_[static_cast<std::size_t>(i)];
+        const std::string& path = m_.LastFiles[static_cast<std::size_t>(i)];
+        entry->setText(qs(recentCaption(m_, i)));
+        entry->setVisible(!path.empty());
+        entry->setEnabled(fileExists(path));
+    }
+}
+
+void frmArbo::showSplash() {
+    frmAbout::showSplash(this, 3000);
+}
+
+void frmArbo::cmdAbout_Click() {
+    frmAbout::showAbout(this);
+}
+
+// ---- Exit -----------------------------------------------------------------------------------
+
+void frmArbo::EndProgram(bool& cancel) {
+    const std::string title = kProgramTitle;
+    const Answer answer = host_.prompt.ask("Exit from " + title, "Do you want to leave " + title,
+                                           Buttons::OkCancel, Answer::Ok, Icon::Question);
+    cancel = answer != Answer::Ok;
+    if (cancel) return;
+    DeleteTempFiles(m_);
+    ending_ = true;
+    endProcess_();
+}
+
+void frmArbo::cmdExit_Click() {
+    bool cancel = false;
+    EndProgram(cancel);
+}
+
+void frmArbo::closeEvent(QCloseEvent* event) {
+    if (ending_) {
+        event->accept();
+        return;
+    }
+    bool cancel = false;
+    EndProgram(cancel);
+    if (cancel)
+        event->ignore();
+    else
+        event->accept();
+}
+
+// ---- File menu ------------------------------------------------------------------------------
+
+bool frmArbo::cautionBeforeReplacing(const std::string& text) {
+    if (m_.LastPoly < 0) return true;
+    return host_.prompt.ask(std::string(kProgramTitle) + " - Caution", text, Buttons::OkCancel,
+                            Answer::Ok, Icon::Exclamation) == Answer::Ok;
+}
+
+void frmArbo::mniNew_Click() {
+    if (!cautionBeforeReplacing(
+            "Caution - Creating a new project will erase all current data from memory."))
+        return;
+    guarded("mniNew_Click", [this] {
+        ResetVars(m_);
+        SetDefaults(m_);
+        setColours(m_);
+        startup::LoadRegistry(m_, host_);
+        NewFileName(m_);
+        EmptyArrays(m_);
+        refreshButtons();
+        refreshRecentMenu();
+        UpdateCaption();
+    });
+}
+
+// Loads `path`; recentIndex is the recent entry it came from, or -1 for the open dialog.
+void frmArbo::openProject(const std::string& path, int recentIndex) {
+    guarded(recentIndex < 0 ? "mniOpen_Click" : "mnLast_Click", [&] {
+        const bool loaded = LoadARX(m_, host_, path);
+        refreshButtons();
+        if (!loaded) return;
+        if (recentIndex < 0) {
+            AddLast(m_, host_, path);
+        } else {
+            OrderLast(m_, host_, recentIndex);
+            SaveRegLast(m_, host_.settings);
+        }
+        UpdateCaption();
+    });
+}
+
+void frmArbo::mniOpen_Click() {
+    if (!cautionBeforeReplacing(
+            "Caution - Opening a ARX file will replace polygons currently in memory"))
+        return;
+    FileRequest request;
+    request.title = "ARX";
+    request.filter = "ARBOREX (*.arx)|*.arx";
+    request.folder = m_.Paths[UserDocuments];
+    const auto choice = host_.prompt.openFile(request);
+    if (!choice || choice->path.empty()) return;
+    openProject(choice->path, -1);
+}
+
+void frmArbo::mnLast_Click(int index) {
+    const std::string path = m_.LastFiles[static_cast<std::size_t>(index)];
+    if (path.empty()) return;
+    if (!cautionBeforeReplacing(
+            "Caution - Opening a ARX file will replace polygons currently in memory"))
+        return;
+    openProject(path, index);
+}
+
+void frmArbo::mniSave_Click() {
+    guarded("mniSave_Click", [this] { SaveFile(m_, host_, true); });
+}
+
+void frmArbo::mniSaveAs_Click() {
+    guarded("mniSaveAs_Click", [this] { SaveAsFile(m_, host_, true); });
+}
+
+void frmArbo::saveAsOlderVersion(int16_t version, const std::string& suffix) {
+    const Answer answer = host_.prompt.ask(
+        "SOME DATA MAYBE LOST",
+        "Caution Saving the file in a previous file format will ONLY Save the information "
+        "relevent to that version.",
+        Buttons::OkCancel, Answer::Ok, Icon::Exclamation);
+    if (answer != Answer::Ok) return;
+    FileRequest request;
+    request.title = "Save As";
+    request.filter = kArxFilter;
+    request.folder = m_.Paths[UserDocuments];
+    request.proposedName = m_.Files[FileDisplayName] + suffix;
+    request.overwritePrompt = true;
+    const auto choice = host_.prompt.saveFile(request);
+    if (!choice || trim(choice->path).empty()) return;
+    guarded(version == 200 ? "mniSaveV200_Click" : "mniSaveV111_Click",
+            [&] { SaveArx(m_, host_, choice->path, version, true); });
+}
+
+void frmArbo::mniSaveV200_Click() {
+    saveAsOlderVersion(200, " (Version 2.00)");
+}
+
+void frmArbo::mniSaveV111_Click() {
+    saveAsOlderVersion(111, " (Version 1.11)");
+}
+
+void frmArbo::mnuPurge_Click() {
+    guarded("mnuPurge_Click", [this] {
+        PurgeDeletedPolygons(m_, host_);
+        refreshButtons();
+    });
+}
+
+// ---- Help menu ------------------------------------------------------------------------------
+
+void frmArbo::openAddress(const QString& address) {
+    if (address.trimmed().isEmpty()) return;
+    QDesktopServices::openUrl(QUrl::fromUserInput(address.trimmed()));
+}
+
+void frmArbo::mnuHelpArbo_Click() {
+    if (m_.Files[FileManual].empty()) return;
+    QDesktopServices::openUrl(QUrl::fromLocalFile(qs(m_.Files[FileManual])));
+}
+
+void frmArbo::mniEmail_Click() {
+    const std::string address =
+        host_.settings.read(SettingsRoot::Machine, "Support", "EMAIL").value_or("");
+    if (address.empty()) return;
+    QDesktopServices::openUrl(QUrl("mailto:" + qs(address)));
+}
+
+}  // namespace arborex

@@ -1,0 +1,22 @@
+#pragma once
+// The open screens as the core sees them: the main screen hears of recent-list and project-name
+// changes. Created before the main screen (the Host needs it), attached once that exists.
+
+#include "frame/host.hpp"
+
+namespace arborex {
+
+class frmArbo;
+
+class QtViews final : public HostViews {
+public:
+    void setMainScreen(frmArbo* main) { main_ = main; }
+
+    void recentFilesChanged() override;
+    void projectRenamed() override;
+
+private:
+    frmArbo* main_ = nullptr;
+};
+
+}  // namespace arborex

@@ -1,0 +1,21 @@
+#include "ui/ui_helpers.hpp"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+namespace arborex {
+
+void centerme(QWidget& form) {
+    QScreen* screen = form.screen() ? form.screen() : QGuiApplication::primaryScreen();
+    if (!screen) return;
+    QRect frame = form.frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    form.move(frame.topLeft());
+}
+
+void UpdateCaption(QWidget& form, const Model& m, const std::string& title) {
+    form.setWindowTitle(qs(title + " - " + m.Files[FileDisplayName]));
+}
+
+}  // namespace arborex

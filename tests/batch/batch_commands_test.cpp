@@ -1,0 +1,265 @@
+// The batch commands run in-process on projects written into a temporary folder.
+
+#include "batch_commands.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "batch_host.hpp"
+#include "frame/dates.hpp"
+#include "json_check.hpp"
+#include "model/project_file.hpp"
+#include "support/fake_host.hpp"
+#include "support/temp_dir.hpp"
+
+namespace arborex::batch {
+namespace {
+
+struct RunResult {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+RunResult run(const std::vector<std::string>& args) {
+    std::ostringstream out;
+    std::ostringstream err;
+    RunResult result;
+    result.code = runBatch(args, out, err);
+    result.out = out.str();
+    result.err = err.str();
+    return result;
+}
+
+int lineCount(const std::string& text) {
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// Three polygons; the first carries curves, the second a name with a quote and a Latin-1 byte.
+void writeProject(const std::string& path) {
+    Model m;
+    setProgramDefaults(m);
+    ResizePolygonArrays(m, 3);
+    m.LastPoly = 2;
+    m.Header.Licence = "A12345";
+    m.Header.Company = "Sample Woodlot Ltd.";
+    m.Header.TIPSYVersion = "3.2m";
+    m.Header.StartDate = dayCountFromParts({2020, 1, 2, 3, 4, 5});
+    m.Settings.MINVOL = 0.1f;
+    m.Settings.PCADJUSTFACT = 1.0f / 3.0f;
+
+    m.Poly[0].NAME = "93B045 101";
+    m.Poly[0].AREA = 24.6f;
+    m.Poly[0].AGE = 85;
+    m.Poly[0].MGNT = {0, 1};
+    m.Poly[0].HAR = {-1, 90};
+    m.Poly[0].YIELDSTATE = {3, 2};
+    for (int row : {10, 11, 12}) m.VYield(0, row).Vol = 1234;
+    for (int row : {4, 5}) m.TYield(0, row).Vol = 50;
+    m.Poly[1].NAME = "Ch\xe9ne \"A\"";
+    m.PolyC[1].DELETE = 1;
+    m.Poly[2].NAME = "93B046 12";
+    m.PolyC[2].EXCLUDE = 1;
+
+    test::FakeHost host;
+    SaveArx(m, host, path, kCurrentFileVersion, false);
+}
+
+class BatchCommands : public ::testing::Test {
+protected:
+    void SetUp() override { writeProject(project); }
+    test::TempDir dir;
+    std::string project = dir.file("woodlot.arx");
+};
+
+TEST_F(BatchCommands, InfoTextAlignsHeaderAndListsEveryPolygon) {
+    const RunResult r = run({"info", project});
+    ASSERT_EQ(r.code, ExitOk) << r.err;
+    EXPECT_EQ(r.err, "");
+    EXPECT_NE(r.out.find("  Licence:      A12345\n"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find("  StartDate:    43832.12783564815 (2020-01-02 03:04:05)\n"),
+              std::string::npos);
+    EXPECT_NE(r.out.find("  FileVersion:  3226\n"), std::string::npos);
+    EXPECT_NE(r.out.find("  YieldMaxAge:     300, 350\n"), std::string::npos);
+    EXPECT_NE(r.out.find("Polygons: 3\n"), std::string::npos);
+    // The Latin-1 byte reaches a terminal as UTF-8.
+    EXPECT_NE(r.out.find("Ch\xc3\xa9ne \"A\""), std::string::npos);
+    EXPECT_NE(r.out.find("      0 93B045 101        24.6    85 0, 1   -1, 90     3, 2            0"
+                         "       0        3         2\n"),
+              std::string::npos)
+        << r.out;
+    EXPECT_NE(r.out.find("  SortMethod:  -3\n"), std::string::npos);
+}
+
+TEST_F(BatchCommands, InfoJsonIsValidWithStableKeys) {
+    const RunResult r = run({"info", project, "--json"});
+    ASSERT_EQ(r.code, ExitOk) << r.err;
+    test::JsonCheck json(r.out);
+    ASSERT_TRUE(json.valid()) << json.error() << "\n" << r.out;
+    const test::JsonValue& root = json.root();
+    EXPECT_EQ(root.keys(),
+              (std::vector<std::string>{"header", "settings", "polygons", "polygonList",
+                                        "CutOrderLast", "calculation"}));
+    EXPECT_EQ(root.at("header").keys(),
+              (std::vector<std::string>{"FileStamp", "Licence", "District", "Company", "User",
+                                        "Scenario", "VDYPVersion", "TIPSYVersion", "StartDate",
+                                        "LastDate", "FileVersion"}));
+    const std::vector<std::string> settings = root.at("settings").keys();
+    ASSERT_EQ(settings.size(), 27u);
+    EXPECT_EQ(settings.front(), "REGENDELAY");
+    EXPECT_EQ(settings.back(), "COLORS");
+    EXPECT_EQ(root.at("calculation").keys(),
+              (std::vector<std::string>{"BlockLast", "RoadLast", "CutCount", "CalcHorizon",
+                                        "NetArea", "SortMethod"}));
+    EXPECT_EQ(root.at("polygons").text, "3");
+    ASSERT_EQ(root.at("polygonList").items.size(), 3u);
+    EXPECT_EQ(root.at("polygonList").items[2].at("EXCLUDE").text, "1");
+    EXPECT_NE(r.out.find("\"StartDate\": {\"days\": 43832.12783564815, \"date\": \"2020-01-02 "
+                         "03:04:05\"}"),
+              std::string::npos);
+    EXPECT_NE(r.out.find("\"YieldIncAge\": [1, 10]"), std::string::npos);
+    EXPECT_NE(r.out.find("{\"index\": 0, \"NAME\": \"93B045 101\", \"AREA\": 24.6, \"AGE\": 85, "
+                         "\"MGNT\": [0, 1], \"HAR\": [-1, 90], \"YIELDSTATE\": [3, 2], "
+                         "\"DELETE\": 0, \"EXCLUDE\": 0, \"VDYPRows\": 3, \"TIPSYRows\": 2}"),
+              std::string::npos)
+        << r.out;
+    EXPECT_NE(r.out.find("\"NAME\": \"Ch\\u00e9ne \\\"A\\\"\""), std::string::npos);
+    EXPECT_NE(r.out.find("\"DELETE\": 1"), std::string::npos);
+}
+
+TEST_F(BatchCommands, InfoJsonFloatsReadBackExactly) {
+    const RunResult r = run({"info", project, "--json"});
+    ASSERT_EQ(r.code, ExitOk);
+    EXPECT_NE(r.out.find("\"MINVOL\": 0.1,"), std::string::npos);
+    const std::string key = "\"PCADJUSTFACT\": ";
+    const std::size_t at = r.out.find(key);
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_EQ(std::strtof(r.out.c_str() + at + key.size(), nullptr), 1.0f / 3.0f);
+}
+
+TEST_F(BatchCommands, ConvertToOldVersionsAndBack) {
+    for (const char* version : {"200", "111"}) {
+        SCOPED_TRACE(version);
+        const std::string old = dir.file(std::string("old") + version + ".arx");
+        RunResult r = run({"convert", project, old, "--version", version});
+        ASSERT_EQ(r.code, ExitOk) << r.err;
+        EXPECT_EQ(r.out, "Wrote " + old + " as version " + version + " (3 polygons)\n");
+
+        r = run({"info", old, "--json", "--quiet"});
+        ASSERT_EQ(r.code, ExitOk) << r.err;
+        EXPECT_EQ(r.err, "");
+        EXPECT_NE(r.out.find(std::string("\"FileVersion\": ") + version), std::string::npos);
+        EXPECT_NE(r.out.find("\"polygons\": 3,"), std::string::npos);
+
+        const std::string back = dir.file(std::string("back") + version + ".arx");
+        r = run({"convert", old, back, "--quiet"});
+        ASSERT_EQ(r.code, ExitOk) << r.err;
+        r = run({"info", back, "--json"});
+        ASSERT_EQ(r.code, ExitOk) << r.err;
+        EXPECT_NE(r.out.find("\"FileVersion\": 3226"), std::string::npos);
+        EXPECT_NE(r.out.find("\"NAME\": \"93B045 101\", \"AREA\": 24.6"), std::string::npos);
+    }
+}
+
+TEST_F(BatchCommands, OldFileLoadsWithNotesUnlessQuiet) {
+    const std::string old = dir.file("old111.arx");
+    ASSERT_EQ(run({"convert", project, old, "--version", "111"}).code, ExitOk);
+    RunResult r = run({"info", old});
+    ASSERT_EQ(r.code, ExitOk);
+    EXPECT_NE(r.err.find("note: Arborex for Windows: All yield curves must be recalculated.\n"),
+              std::string::npos)
+        << r.err;
+    r = run({"info", old, "--quiet"});
+    EXPECT_EQ(r.err, "");
+}
+
+TEST_F(BatchCommands, RemoveMapsheetFlagAnswersTheQuestionOfAnOldFile) {
+    const std::string old = dir.file("old200.arx");
+    ASSERT_EQ(run({"convert", project, old, "--version", "200"}).code, ExitOk);
+    RunResult kept = run({"info", old, "--json", "--remove-mapsheet", "no"});
+    RunResult byDefault = run({"info", old, "--json"});
+    RunResult removed = run({"info", old, "--json", "--remove-mapsheet=yes"});
+    ASSERT_EQ(kept.code, ExitOk);
+    ASSERT_EQ(removed.code, ExitOk);
+    EXPECT_NE(kept.out.find("\"NAME\": \"93B045 101\""), std::string::npos);
+    EXPECT_NE(kept.out.find("\"NAME\": \"93B046 12\""), std::string::npos);
+    EXPECT_EQ(byDefault.out, kept.out);
+    EXPECT_NE(removed.out.find("\"NAME\": \"101\""), std::string::npos);
+    EXPECT_NE(removed.out.find("\"NAME\": \"12\""), std::string::npos);
+
+    // A current file asks nothing, so the flag changes nothing.
+    EXPECT_EQ(run({"info", project, "--json", "--remove-mapsheet", "yes"}).out,
+              run({"info", project, "--json"}).out);
+}
+
+TEST_F(BatchCommands, LoadFailuresGiveOneLineAndExitOne) {
+    const std::string missing = dir.file("missing.arx");
+    RunResult r = run({"info", missing});
+    EXPECT_EQ(r.code, ExitFailed);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "arborex-batch: cannot load " + missing + ": File not found\n");
+
+    // Cut the project short in its polygon records.
+    std::filesystem::resize_file(project, 600);
+    r = run({"info", project, "--json"});
+    EXPECT_EQ(r.code, ExitFailed);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, "arborex-batch: cannot load " + project + ": Input past end of file\n");
+
+    r = run({"convert", missing, dir.file("out.arx")});
+    EXPECT_EQ(r.code, ExitFailed);
+    EXPECT_EQ(lineCount(r.err), 1);
+    EXPECT_FALSE(std::filesystem::exists(dir.file("out.arx")));
+}
+
+TEST_F(BatchCommands, SaveFailureGivesOneLineAndExitOne) {
+    const std::string target = dir.file("no-such-folder/out.arx");
+    const RunResult r = run({"convert", project, target});
+    EXPECT_EQ(r.code, ExitFailed);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(lineCount(r.err), 1) << r.err;
+    EXPECT_EQ(r.err.rfind("arborex-batch: cannot save " + target + ": ", 0), 0u) << r.err;
+    // The temporary file the save wrote under is no business of the user's.
+    EXPECT_EQ(r.err.find(".saving"), std::string::npos) << r.err;
+}
+
+TEST(BatchUsage, HelpAndUsageErrors) {
+    RunResult r = run({});
+    EXPECT_EQ(r.code, ExitUsage);
+    EXPECT_EQ(r.out, usageText());
+
+    r = run({"--help"});
+    EXPECT_EQ(r.code, ExitOk);
+    EXPECT_EQ(r.out, usageText());
+    EXPECT_EQ(r.err, "");
+
+    const std::vector<std::vector<std::string>> wrong = {
+        {"frobnicate"},
+        {"info"},
+        {"info", "a.arx", "b.arx"},
+        {"info", "a.arx", "--version", "200"},
+        {"info", "a.arx", "--remove-mapsheet", "maybe"},
+        {"info", "a.arx", "--remove-mapsheet"},
+        {"info", "a.arx", "--json=1"},
+        {"convert", "a.arx"},
+        {"convert", "a.arx", ""},
+        {"convert", "a.arx", "b.arx", "--version", "300"},
+        {"convert", "a.arx", "b.arx", "--json"},
+    };
+    for (const auto& args : wrong) {
+        SCOPED_TRACE(args.front() + (args.size() > 1 ? " " + args.back() : ""));
+        r = run(args);
+        EXPECT_EQ(r.code, ExitUsage);
+        EXPECT_EQ(r.out, "");
+        EXPECT_EQ(lineCount(r.err), 1) << r.err;
+        EXPECT_EQ(r.err.rfind("arborex-batch: ", 0), 0u);
+    }
+}
+
+}  // namespace
+}  // namespace arborex::batch

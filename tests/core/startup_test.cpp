@@ -1,0 +1,124 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "frame/project_info_settings.hpp"
+#include "frame/startup.hpp"
+#include "support/fake_host.hpp"
+#include "support/temp_dir.hpp"
+
+namespace arborex {
+namespace {
+
+void touch(const std::string& path) {
+    std::ofstream(path) << "x";
+}
+
+TEST(RunId, SixDigitsFromTheFraction) {
+    EXPECT_EQ(makeRunId(0.0), "000000");
+    EXPECT_EQ(makeRunId(0.0123454), "012345");
+    EXPECT_EQ(makeRunId(0.0123456), "012346");  // rounded, not cut
+    EXPECT_EQ(makeRunId(0.9999999), "999999");  // never a seventh digit
+    const std::string drawn = makeRunId();
+    ASSERT_EQ(drawn.size(), 6u);
+    EXPECT_EQ(drawn.find_first_not_of("0123456789"), std::string::npos);
+}
+
+TEST(CommandLine, OptionsAndTheProjectPath) {
+    for (const char* line : {"-log", "/LOG", "/Log", "  -LoG  "}) {
+        const CommandLine parsed = parseCommandLine(line);
+        EXPECT_TRUE(parsed.logMode) << line;
+        EXPECT_EQ(parsed.projectPath, "") << line;
+    }
+    const CommandLine other = parseCommandLine("/LOGX -q woodlot.arx");
+    EXPECT_FALSE(other.logMode);  // unknown options are passed over
+    EXPECT_EQ(other.projectPath, "woodlot.arx");
+
+    const CommandLine both = parseCommandLine("  /home/u/plans/woodlot.arx   /log ");
+    EXPECT_TRUE(both.logMode);
+    EXPECT_EQ(both.projectPath, "/home/u/plans/woodlot.arx");  // an absolute path, no option
+
+    EXPECT_EQ(parseCommandLine("").projectPath, "");
+    EXPECT_FALSE(parseCommandLine("").logMode);
+}
+
+TEST(CommandLine, JoinedArgumentsReadBackAsPassed) {
+    const std::string joined = joinArguments({"/home/u/My Plans/wood lot.arx", "-log"});
+    EXPECT_EQ(joined, "\"/home/u/My Plans/wood lot.arx\" -log");
+    const CommandLine parsed = parseCommandLine(joined);
+    EXPECT_EQ(parsed.projectPath, "/home/u/My Plans/wood lot.arx");
+    EXPECT_TRUE(parsed.logMode);
+
+    EXPECT_EQ(parseCommandLine(joinArguments({"say \"hi\".arx"})).projectPath, "say \"hi\".arx");
+}
+
+TEST(CommandLine, AMissingProjectIsToldAndForgotten) {
+    test::TempDir dir;
+    test::ScriptedPrompt prompt;
+    std::string missing = dir.file("gone.arx");
+    dropMissingProject(prompt, missing);
+    EXPECT_EQ(missing, "");
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].title, "File Not Found!");
+    EXPECT_EQ(prompt.shown[0].text, "File not found: " + dir.file("gone.arx"));
+
+    std::string present = dir.file("here.arx");
+    touch(present);
+    dropMissingProject(prompt, present);
+    EXPECT_EQ(present, dir.file("here.arx"));
+    std::string none;
+    dropMissingProject(prompt, none);
+    EXPECT_EQ(prompt.shown.size(), 1u);
+}
+
+TEST(DeleteTempFiles, RemovesTheExchangeFilesWhateverTheirCase) {
+    test::TempDir dir;
+    Model m;
+    m.Paths[UserTemp] = dir.path() + "/";
+    for (const char* name : {"VDYPIN.dat", "tipsyout.err", "graph.txt", "ERROR.TXT"})
+        touch(dir.file(name));
+    touch(dir.file("woodlot.arx"));  // the user's own file stays
+    touch(dir.file("graph.txt.bak"));
+
+    DeleteTempFiles(m);
+
+    std::vector<std::string> left;
+    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
+        left.push_back(entry.path().filename().string());
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, (std::vector<std::string>{"graph.txt.bak", "woodlot.arx"}));
+
+    DeleteTempFiles(m);  // nothing left to delete is no failure
+}
+
+TEST(DeleteTempFiles, AnUnsetTempFolderDeletesNothing) {
+    test::TempDir dir;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(dir.path());
+    touch("graph.txt");
+    Model m;
+    DeleteTempFiles(m);
+    EXPECT_TRUE(std::filesystem::exists("graph.txt"));
+    std::filesystem::current_path(before);
+}
+
+TEST(ProjectInfoSettings, WritesTheUsersDefaultsUnderTheirKeys) {
+    Model m;
+    m.Header.User = "Pat Logger";
+    m.Header.Company = "Cedar Creek Ltd.";
+    m.Header.Licence = "W1234";
+    m.Header.District = "Kamloops";
+    m.Header.Scenario = "7";
+    MemorySettings settings;
+    SaveRegProjectInfo(m, settings);
+    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "USER"), "Pat Logger");
+    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "COMPANY"), "Cedar Creek Ltd.");
+    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "ARBOREX"), "W1234");
+    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "DISTRICT"), "Kamloops");
+    EXPECT_EQ(settings.read(SettingsRoot::Machine, "USER", "USER"), std::nullopt);
+}
+
+}  // namespace
+}  // namespace arborex

@@ -1,0 +1,61 @@
+#pragma once
+// What a screen test needs around a screen: a Host whose prompt is scripted and records the
+// file requests, a settings store over temporary INI files (never the real user's), the Qt
+// views, and a fresh model. Everything lives in one temporary folder.
+
+#include <QString>
+#include <deque>
+#include <memory>
+#include <vector>
+
+#include "model/model.hpp"
+#include "platform/qt_settings_store.hpp"
+#include "support/fake_host.hpp"
+#include "support/temp_dir.hpp"
+#include "ui/qt_views.hpp"
+
+namespace arborex::test {
+
+// The scripted prompt, also keeping every file request for inspection.
+class RecordingPrompt final : public Prompt {
+public:
+    ScriptedPrompt script;
+    std::vector<FileRequest> fileRequests;
+
+    Answer ask(const std::string& title, const std::string& text, Buttons buttons,
+               Answer defaultAnswer, Icon icon) override {
+        return script.ask(title, text, buttons, defaultAnswer, icon);
+    }
+    std::optional<std::string> input(const std::string& title, const std::string& text,
+                                     const std::string& proposed) override {
+        return script.input(title, text, proposed);
+    }
+    std::optional<FileChoice> openFile(const FileRequest& request) override {
+        fileRequests.push_back(request);
+        return script.openFile(request);
+    }
+    std::optional<FileChoice> saveFile(const FileRequest& request) override {
+        fileRequests.push_back(request);
+        return script.saveFile(request);
+    }
+    ErrorChoice reportError(const FailureReport& failure) override {
+        return script.reportError(failure);
+    }
+};
+
+struct GuiHost {
+    TempDir dir;
+    QtSettingsStore settings{QString::fromStdString(dir.file("user.ini")),
+                             QString::fromStdString(dir.file("machine.ini"))};
+    RecordingPrompt prompt;
+    RecordingStatus status;
+    QtViews views;
+    Host host{prompt, status, settings, views};
+    std::unique_ptr<Model> model = std::make_unique<Model>();
+    Model& m = *model;
+
+    const std::vector<ShownBox>& shown() const { return prompt.script.shown; }
+    std::deque<Answer>& answers() { return prompt.script.answers; }
+};
+
+}  // namespace arborex::test

@@ -1,0 +1,235 @@
+// make_sample: writes the bundled sample project, a woodlot of fifteen stands in the Cariboo
+// with plain inventory and no curves yet, so that every build produces the same bytes.
+//
+//   make_sample [OUT]      OUT defaults to samples/sample.arx
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "frame/dates.hpp"
+#include "frame/errors.hpp"
+#include "frame/host.hpp"
+#include "model/colours.hpp"
+#include "model/model.hpp"
+#include "model/project_file.hpp"
+
+namespace {
+
+using namespace arborex;
+
+// Nobody answers: a question takes its default button and a box is printed.
+class UnattendedPrompt final : public Prompt {
+public:
+    Answer ask(const std::string& title, const std::string& text, Buttons, Answer defaultAnswer,
+               Icon) override {
+        std::cerr << "make_sample: " << title << ": " << text << '\n';
+        return defaultAnswer;
+    }
+    std::optional<std::string> input(const std::string&, const std::string&,
+                                     const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<FileChoice> openFile(const FileRequest&) override { return std::nullopt; }
+    std::optional<FileChoice> saveFile(const FileRequest&) override { return std::nullopt; }
+};
+
+struct Species {
+    const char* code;
+    int16_t percent;
+};
+
+// Management of the existing stand: natural (VDYP), managed (TIPSY), not commercial, or not
+// satisfactorily restocked.
+enum Management : int16_t { Natural = 0, Managed = 1, NotCommercial = 2, NotRestocked = 3 };
+
+struct Stand {
+    const char* name;
+    float area;  // ha
+    int16_t age;
+    float siteIndex;
+    int16_t height;   // m
+    int16_t closure;  // %
+    const char* fiz;
+    const char* stocking;
+    int16_t existing;
+    int16_t silviculture;       // 0 clearcut, 1 partial cut
+    float roadArea;             // ha
+    std::vector<Species> vdyp;  // sums to 100
+    std::vector<Species> tipsy;
+};
+
+// Lodgepole pine on the plateau, Douglas-fir on the dry slopes, spruce and subalpine fir in the
+// wet draws, with aspen and birch mixed in.
+const std::vector<Stand>& stands() {
+    // clang-format off
+    static const std::vector<Stand> list = {
+        // name, area (ha), age, site index, height (m), crown closure (%), FIZ, stocking,
+        // existing management, silviculture, road area (ha); then VDYP and TIPSY species.
+        {"93B045 101", 24.6f,  85, 18.5f, 22, 45, "I", "0", Natural,       0, 0.4f,
+         {{"PL", 70}, {"SX", 20}, {"AT", 10}},    {{"PL", 80}, {"SX", 20}}},
+        {"93B045 102", 12.3f, 120, 16.0f, 24, 40, "I", "0", Natural,       1, 0.0f,
+         {{"FD", 60}, {"PL", 30}, {"AT", 10}},    {{"FD", 70}, {"PL", 30}}},
+        {"93B045 103", 38.9f,  65, 20.0f, 20, 55, "I", "0", Natural,       0, 0.8f,
+         {{"PL", 85}, {"SX", 15}},                {{"PL", 85}, {"SX", 15}}},
+        {"93B045 104",  8.4f,  25, 21.5f,  8, 30, "I", "1", Managed,       0, 0.0f,
+         {{"PL", 100}},                           {{"PL", 100}}},
+        {"93B045 105", 52.7f, 140, 15.5f, 27, 50, "H", "0", Natural,       0, 1.1f,
+         {{"SX", 50}, {"BL", 40}, {"PL", 10}},    {{"SX", 70}, {"PL", 30}}},
+        {"93B045 106", 17.1f,  95, 19.0f, 24, 45, "I", "0", Natural,       0, 0.3f,
+         {{"PL", 60}, {"FD", 25}, {"AT", 15}},    {{"PL", 60}, {"FD", 40}}},
+        {"93B045 107",  6.2f, 180, 12.0f, 14, 20, "I", "0", NotCommercial, 0, 0.0f,
+         {{"FD", 70}, {"PL", 30}},                {{"FD", 70}, {"PL", 30}}},
+        {"93B045 108", 14.8f,  10, 22.0f,  2, 10, "I", "1", NotRestocked,  0, 0.0f,
+         {{"PL", 100}},                           {{"PL", 100}}},
+        {"93B046 011", 29.5f,  75, 17.5f, 19, 50, "I", "0", Natural,       0, 0.5f,
+         {{"PL", 75}, {"SX", 15}, {"EP", 10}},    {{"PL", 80}, {"SX", 20}}},
+        {"93B046 012", 44.0f, 110, 16.5f, 25, 55, "H", "0", Natural,       0, 0.9f,
+         {{"SX", 40}, {"PL", 40}, {"BL", 20}},    {{"SX", 60}, {"PL", 40}}},
+        {"93B046 013",  9.6f,  35, 23.0f, 12, 35, "I", "1", Managed,       0, 0.0f,
+         {{"PL", 90}, {"SX", 10}},                {{"PL", 90}, {"SX", 10}}},
+        {"93B046 014", 21.3f, 160, 13.5f, 23, 40, "I", "0", Natural,       0, 0.2f,
+         {{"FD", 80}, {"PL", 20}},                {{"FD", 80}, {"PL", 20}}},
+        {"93B046 015", 33.2f,  55, 24.0f, 21, 60, "I", "0", Natural,       0, 0.6f,
+         {{"AT", 60}, {"PL", 30}, {"SX", 10}},    {{"PL", 70}, {"SX", 30}}},
+        {"93B046 016",  4.1f,  45, 19.5f, 15, 45, "I", "1", Managed,       0, 0.0f,
+         {{"PL", 80}, {"FD", 20}},                {{"PL", 80}, {"FD", 20}}},
+        {"93B046 017", 58.8f, 130, 14.5f, 24, 45, "H", "0", Natural,       0, 1.3f,
+         {{"PL", 65}, {"SX", 25}, {"BL", 10}},    {{"PL", 70}, {"SX", 30}}},
+    };
+    // clang-format on
+    return list;
+}
+
+constexpr float kUtilisation = 12.5f;  // cm, the interior's close utilisation level
+constexpr int32_t kPlantingDensity = 1600;
+
+// Fixed dates, so that the file does not change from one run to the next. Functions, not
+// globals: the date conversion must not run before its own statics are set up.
+double startDate() {
+    return dayCountFromParts({2024, 4, 15, 9, 30, 0});
+}
+double lastDate() {
+    return dayCountFromParts({2024, 5, 2, 16, 45, 0});
+}
+constexpr std::streamoff kLastDateOffset = 232;
+
+void fillStand(Model& m, int p, const Stand& stand) {
+    const auto i = static_cast<std::size_t>(p);
+    PolyData& poly = m.Poly[i];
+    poly.NAME = stand.name;
+    poly.AREA = stand.area;
+    poly.AGE = stand.age;
+    poly.VUTILIZ = kUtilisation;
+    poly.FIZ = stand.fiz;
+    poly.VSITEINDEX = stand.siteIndex;
+    poly.VAGETOTAL = stand.age;
+    poly.VHEIGHTTOTAL = stand.height;
+    poly.CLOSURE = stand.closure;
+    poly.VAF = 1.0f;
+    poly.STOCKING = stand.stocking;
+    for (std::size_t s = 0; s < stand.vdyp.size(); ++s) {
+        poly.VS[s] = stand.vdyp[s].code;
+        poly.VP[s] = stand.vdyp[s].percent;
+    }
+    poly.DENSITY = kPlantingDensity;
+    poly.TAGETOTAL = stand.age;
+    poly.REGEN = 1;
+    poly.OAF1 = poly.OAF2 = -1;
+    // The leading species carries the stand's site index; the others grow a little worse.
+    const auto siteIndex = static_cast<int16_t>(stand.siteIndex);
+    for (std::size_t s = 0; s < stand.tipsy.size(); ++s) {
+        poly.TS[s] = stand.tipsy[s].code;
+        poly.TP[s] = stand.tipsy[s].percent;
+        poly.TI[s] = static_cast<int16_t>(s == 0 ? siteIndex : siteIndex - 2);
+    }
+    poly.SILVI = stand.silviculture;
+    poly.PCPERC = poly.PCNEXT = -1;
+    poly.HAR = {-1, -1};
+    poly.MGNT = {stand.existing, Managed};
+    poly.YIELDSTATE = {0, 0};
+
+    PolyCalc& calc = m.PolyC[i];
+    calc.SORT = calc.LISTROW = static_cast<int16_t>(p);
+    calc.REGENDELAY = -1;
+    calc.VX.fill(1);
+    calc.MINCUTVOL = {-1.0f, -1.0f};
+    calc.MINCUTDBH = {-1.0f, -1.0f};
+    calc.MINCUTAGE = {-1, -1};
+
+    PolyMgmt& mgmt = m.PolyM[i];
+    mgmt.ROADAREA = stand.roadArea;
+    mgmt.TUTILIZ = kUtilisation;
+    if (stand.existing == NotRestocked) mgmt.NSRRESTOCKIN = 2;
+    if (stand.existing == NotCommercial) {
+        mgmt.NCRESTOCKIN = 10;
+        mgmt.NCDESC = "Open Fd on rock outcrop";
+        mgmt.NCHEIGHT = stand.height;
+    }
+}
+
+void buildSample(Model& m) {
+    ResetVars(m);
+    SetDefaults(m);
+    setColours(m);
+    const int count = static_cast<int>(stands().size());
+    ResizePolygonArrays(m, count);
+    m.LastPoly = static_cast<int16_t>(count - 1);
+    for (int p = 0; p < count; ++p) fillStand(m, p, stands()[static_cast<std::size_t>(p)]);
+
+    ProjectHeader& h = m.Header;
+    h.Licence = "A12345";
+    h.District = "Cariboo-Chilcotin";
+    h.Company = "Sample Woodlot Ltd.";
+    h.User = "Sample";
+    h.Scenario = "Base case";
+    h.VDYPVersion = "7.33";
+    h.TIPSYVersion = "3.2m";
+    h.StartDate = startDate();
+    h.LastDate = lastDate();
+}
+
+// A save stamps the moment it was made; the sample keeps its fixed date instead.
+void restoreLastDate(const std::string& path) {
+    const double date = lastDate();
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &date, sizeof bits);
+    std::array<char, 8> bytes{};
+    for (std::size_t b = 0; b < bytes.size(); ++b)
+        bytes[b] = static_cast<char>((bits >> (8 * b)) & 0xff);
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(kLastDateOffset);
+    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!file) throw ArborexError(ErrPathFileAccess, path);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const std::string path = argc > 1 ? argv[1] : "samples/sample.arx";
+    try {
+        auto m = std::make_unique<Model>();
+        buildSample(*m);
+        UnattendedPrompt prompt;
+        SilentStatus status;
+        MemorySettings settings;
+        HostViews views;
+        Host host{prompt, status, settings, views};
+        // A former sample would be kept as a .bak beside the new one; it is not wanted.
+        std::filesystem::remove(path);
+        SaveArx(*m, host, path, kCurrentFileVersion, false);
+        restoreLastDate(path);
+    } catch (const std::exception& e) {
+        std::cerr << "make_sample: cannot write " << path << ": " << e.what() << '\n';
+        return 1;
+    }
+    std::cout << "Wrote " << path << '\n';
+    return 0;
+}
