@@ -14,18 +14,17 @@ struct JsonValue {
     enum class Kind { Null, Bool, Number, String, Array, Object } kind = Kind::Null;
     std::string text;  // a number's or a string's text as written: no quotes, escapes kept
     std::vector<JsonValue> items;
-    std::vector<std::pair<std::string, JsonValue>> members;
+    // An object's members in document order: names[i] holds values[i]. Two vectors, since a
+    // pair cannot hold the still incomplete JsonValue under every standard library.
+    std::vector<std::string> names;
+    std::vector<JsonValue> values;
 
-    std::vector<std::string> keys() const {
-        std::vector<std::string> names;
-        for (const auto& member : members) names.push_back(member.first);
-        return names;
-    }
+    std::vector<std::string> keys() const { return names; }
     // The member `name`; a Null value when absent.
     const JsonValue& at(const std::string& name) const {
         static const JsonValue missing;
-        for (const auto& member : members)
-            if (member.first == name) return member.second;
+        for (std::size_t i = 0; i < names.size(); ++i)
+            if (names[i] == name) return values[i];
         return missing;
     }
 };
@@ -78,7 +77,8 @@ private:
                 skipBlanks();
                 expect(':');
                 skipBlanks();
-                v.members.emplace_back(std::move(name), parseValue());
+                v.names.push_back(std::move(name));
+                v.values.push_back(parseValue());
                 skipBlanks();
                 if (peek() == ',') {
                     ++pos_;

@@ -1,5 +1,7 @@
 #include "model/arx_records.hpp"
 
+#include <algorithm>
+
 namespace arborex::arx {
 
 namespace {
@@ -201,22 +203,48 @@ ARX_NAMED(writeFlags, readFlags, CalcInputs, flags)
 ARX_NAMED(writeRecordB, readRecordB, CalcInputs, recordB)
 #undef ARX_NAMED
 
-void write(ByteWriter& w, const YieldRow& row) {
-    char b[10];
-    std::memcpy(b, &row.Dia, 2);
-    std::memcpy(b + 2, &row.Vol, 2);
-    std::memcpy(b + 4, &row.Ht, 2);
-    std::memcpy(b + 6, &row.Mai, 4);
-    w.bytes(b, sizeof b);
+// A curve is hundreds of rows; packing them in chunks keeps the per-row cost to a few copies.
+namespace {
+constexpr int kRowsPerChunk = 128;
 }
 
-void read(ByteReader& r, YieldRow& row) {
-    char b[10];
-    r.bytes(b, sizeof b);
-    std::memcpy(&row.Dia, b, 2);
-    std::memcpy(&row.Vol, b + 2, 2);
-    std::memcpy(&row.Ht, b + 4, 2);
-    std::memcpy(&row.Mai, b + 6, 4);
+void writeRows(ByteWriter& w, const YieldRow* rows, int count) {
+    char chunk[kRowsPerChunk * 10];
+    for (int first = 0; first < count; first += kRowsPerChunk) {
+        const int n = std::min(kRowsPerChunk, count - first);
+        char* b = chunk;
+        for (const YieldRow* row = rows + first; row != rows + first + n; ++row, b += 10) {
+            std::memcpy(b, &row->Dia, 2);
+            std::memcpy(b + 2, &row->Vol, 2);
+            std::memcpy(b + 4, &row->Ht, 2);
+            std::memcpy(b + 6, &row->Mai, 4);
+        }
+        w.bytes(chunk, static_cast<std::size_t>(n) * 10);
+    }
+}
+
+void readRows(ByteReader& r, YieldRow* rows, int count) {
+    char chunk[kRowsPerChunk * 10];
+    for (int first = 0; first < count; first += kRowsPerChunk) {
+        const int n = std::min(kRowsPerChunk, count - first);
+        r.bytes(chunk, static_cast<std::size_t>(n) * 10);
+        const char* b = chunk;
+        for (YieldRow* row = rows + first; row != rows + first + n; ++row, b += 10) {
+            std::memcpy(&row->Dia, b, 2);
+            std::memcpy(&row->Vol, b + 2, 2);
+            std::memcpy(&row->Ht, b + 4, 2);
+            std::memcpy(&row->Mai, b + 6, 4);
+        }
+    }
+}
+
+void writeMixRows(ByteWriter& w, const MixRow* rows, int count) {
+    static_assert(sizeof(MixRow) == 12);
+    w.bytes(rows, static_cast<std::size_t>(count) * sizeof(MixRow));
+}
+
+void readMixRows(ByteReader& r, MixRow* rows, int count) {
+    r.bytes(rows, static_cast<std::size_t>(count) * sizeof(MixRow));
 }
 
 void writeOld(ByteWriter& w, const YieldRow& row) {
@@ -224,14 +252,6 @@ void writeOld(ByteWriter& w, const YieldRow& row) {
     w.f4(static_cast<float>(row.Vol) / 10.0f);
     w.f4(static_cast<float>(row.Ht) / 10.0f);
     w.f4(row.Mai);
-}
-
-void writeMix(ByteWriter& w, const MixRow& row) {
-    w.bytes(row.data(), 12);
-}
-
-void readMix(ByteReader& r, MixRow& row) {
-    r.bytes(row.data(), 12);
 }
 
 void writeOldMix(ByteWriter& w, const MixRow& row) {

@@ -31,11 +31,12 @@ void read(ByteReader& r, HarvAgeRec& h);
 
 // Yield rows: 10 bytes (tenths as i2, MAI f4) from version 290; 16 bytes of four f4 in real
 // units before. Mix rows: 12 bytes of six i2; 24 bytes of six f4 in real units before 290.
-void write(ByteWriter& w, const YieldRow& row);
-void read(ByteReader& r, YieldRow& row);
 void writeOld(ByteWriter& w, const YieldRow& row);
-void writeMix(ByteWriter& w, const MixRow& row);
-void readMix(ByteReader& r, MixRow& row);
+// Whole curves of the 290-and-later layout.
+void writeRows(ByteWriter& w, const YieldRow* rows, int count);
+void readRows(ByteReader& r, YieldRow* rows, int count);
+void writeMixRows(ByteWriter& w, const MixRow* rows, int count);
+void readMixRows(ByteReader& r, MixRow* rows, int count);
 void writeOldMix(ByteWriter& w, const MixRow& row);
 inline constexpr std::size_t kOldYieldRowSize = 16;
 inline constexpr std::size_t kOldMixRowSize = 24;

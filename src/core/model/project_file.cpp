@@ -83,22 +83,28 @@ void writeCurves(ByteWriter& w, const Model& m, int version, ProgressBar& bar) {
     for (int p = 0; p < count; ++p) {
         bar.set(25 + 25 * (p + 1) / count);
         const YieldRow* rows = m.VYield.rowsOf(p);
-        for (int r = 0; r < rowsV; ++r)
-            newRows ? arx::write(w, rows[r]) : arx::writeOld(w, rows[r]);
+        if (newRows)
+            arx::writeRows(w, rows, rowsV);
+        else
+            for (int r = 0; r < rowsV; ++r) arx::writeOld(w, rows[r]);
     }
     if (hasMix(version)) {
         for (int p = 0; p < count; ++p) {
             bar.set(50 + 25 * (p + 1) / count);
             const MixRow* rows = m.VMix.rowsOf(p);
-            for (int r = 0; r < rowsV; ++r)
-                newRows ? arx::writeMix(w, rows[r]) : arx::writeOldMix(w, rows[r]);
+            if (newRows)
+                arx::writeMixRows(w, rows, rowsV);
+            else
+                for (int r = 0; r < rowsV; ++r) arx::writeOldMix(w, rows[r]);
         }
     }
     for (int p = 0; p < count; ++p) {
         bar.set(75 + 25 * (p + 1) / count);
         const YieldRow* rows = m.TYield.rowsOf(p);
-        for (int r = 0; r < rowsT; ++r)
-            newRows ? arx::write(w, rows[r]) : arx::writeOld(w, rows[r]);
+        if (newRows)
+            arx::writeRows(w, rows, rowsT);
+        else
+            for (int r = 0; r < rowsT; ++r) arx::writeOld(w, rows[r]);
     }
 }
 

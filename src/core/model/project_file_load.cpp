@@ -149,8 +149,7 @@ void Loader::readCurves(ByteReader& r) {
         if (!newRows) {
             r.skip(static_cast<std::size_t>(rowsV) * arx::kOldYieldRowSize);
         } else {
-            YieldRow* rows = m_.VYield.rowsOf(p);
-            for (int row = 0; row < rowsV; ++row) arx::read(r, rows[row]);
+            arx::readRows(r, m_.VYield.rowsOf(p), rowsV);
         }
         progress(r);
     }
@@ -160,8 +159,7 @@ void Loader::readCurves(ByteReader& r) {
             if (!newRows) {
                 r.skip(static_cast<std::size_t>(rowsV) * arx::kOldMixRowSize);
             } else {
-                MixRow* rows = m_.VMix.rowsOf(p);
-                for (int row = 0; row < rowsV; ++row) arx::readMix(r, rows[row]);
+                arx::readMixRows(r, m_.VMix.rowsOf(p), rowsV);
             }
             progress(r);
         }
@@ -171,8 +169,7 @@ void Loader::readCurves(ByteReader& r) {
         if (!newRows) {
             r.skip(static_cast<std::size_t>(rowsT) * arx::kOldYieldRowSize);
         } else {
-            YieldRow* rows = m_.TYield.rowsOf(p);
-            for (int row = 0; row < rowsT; ++row) arx::read(r, rows[row]);
+            arx::readRows(r, m_.TYield.rowsOf(p), rowsT);
         }
         progress(r);
     }
