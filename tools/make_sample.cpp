@@ -221,7 +221,8 @@ int main(int argc, char** argv) {
         SilentStatus status;
         MemorySettings settings;
         HostViews views;
-        Host host{prompt, status, settings, views};
+        ProcessEnvironment system;
+        Host host{prompt, status, settings, views, system};
         // A former sample would be kept as a .bak beside the new one; it is not wanted.
         std::filesystem::remove(path);
         SaveArx(*m, host, path, kCurrentFileVersion, false);

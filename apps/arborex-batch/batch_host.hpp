@@ -71,7 +71,8 @@ private:
     SilentStatus status_;
     MemorySettings settings_;
     HostViews views_;
-    Host host_{prompt_, status_, settings_, views_};
+    ProcessEnvironment system_;
+    Host host_{prompt_, status_, settings_, views_, system_};
 };
 
 // The program's defaults, as the desktop program has them at start: an empty project with

@@ -8,6 +8,7 @@
 
 #include "frame/startup.hpp"
 #include "platform/app_paths.hpp"
+#include "platform/qt_environment.hpp"
 #include "platform/qt_settings_store.hpp"
 #include "platform/single_instance.hpp"
 #include "ui/frm_arbo.hpp"
@@ -26,7 +27,8 @@ int main(int argc, char* argv[]) {
     arborex::QtPrompt prompt;
     arborex::frmStatus status;
     arborex::QtViews views;
-    arborex::Host host{prompt, status, settings, views};
+    arborex::QtEnvironment system;
+    arborex::Host host{prompt, status, settings, views, system};
     auto model = std::make_unique<arborex::Model>();
 
     arborex::frmArbo mainScreen(*model, host);

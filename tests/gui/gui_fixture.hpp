@@ -50,7 +50,8 @@ struct GuiHost {
     RecordingPrompt prompt;
     RecordingStatus status;
     QtViews views;
-    Host host{prompt, status, settings, views};
+    FixedEnvironment system;
+    Host host{prompt, status, settings, views, system};
     std::unique_ptr<Model> model = std::make_unique<Model>();
     Model& m = *model;
 

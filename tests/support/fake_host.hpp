@@ -70,7 +70,8 @@ public:
     RecordingStatus status;
     MemorySettings settings;
     RecordingViews views;
-    Host host{prompt, status, settings, views};
+    FixedEnvironment system;
+    Host host{prompt, status, settings, views, system};
     operator Host&() { return host; }  // NOLINT: lets a FakeHost stand where a Host is taken
 };
 

@@ -6,6 +6,7 @@
 #include "frame/dates.hpp"
 #include "frame/display_format.hpp"
 #include "frame/errors.hpp"
+#include "model/project_file.hpp"
 
 namespace arborex {
 
@@ -21,7 +22,13 @@ ErrorChoice HandleError(Model& m, Host& host, int number, const std::string& det
     }
     std::string message = errorText(number);
     if (!detail.empty()) message += " (" + detail + ")";
-    return host.prompt.reportError({number, message, routine + " / " + module});
+    FailureReport report{number, message, routine + " / " + module, {}};
+    // A second failure inside the backup raises its own screen over this one.
+    if (m.LastPoly >= 0)
+        report.backup = [&m, &host] {
+            runGuarded(m, host, "Saveas", "BASARBO", [&] { Saveas(m, host); });
+        };
+    return host.prompt.reportError(report);
 }
 
 int failureNumberOf(const std::exception_ptr& failure, std::string& detail) {

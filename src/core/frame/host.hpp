@@ -1,7 +1,8 @@
 #pragma once
 // What core routines need from the program around them: someone to ask, a status line, the
-// settings store, and the open screens that want to hear of a change.
+// settings store, the open screens that want to hear of a change, and the system's folders.
 
+#include "frame/environment.hpp"
 #include "frame/prompt.hpp"
 #include "frame/settings_store.hpp"
 #include "frame/status.hpp"
@@ -27,6 +28,7 @@ struct Host {
     StatusScreen& status;
     SettingsStore& settings;
     HostViews& views;
+    SystemEnvironment& system;
 };
 
 }  // namespace arborex

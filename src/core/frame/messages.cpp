@@ -1,5 +1,8 @@
 #include "frame/messages.hpp"
 
+#include "frame/input_file.hpp"
+#include "frame/numeric.hpp"
+
 namespace arborex {
 
 namespace {
@@ -38,7 +41,101 @@ std::string compose(const MessageCatalogue& c, const std::string& tag, bool para
     return text;
 }
 
+constexpr std::size_t kPieceLength = 128;
+
+// Builds the catalogue's two arrays line by line.
+class CatalogueReader {
+public:
+    explicit CatalogueReader(MessageCatalogue& c) : c_(c) {}
+
+    void line(const std::string& raw) {
+        const std::string text = trim(raw);
+        if (text.empty() || text.front() == ';') return;
+        if (text.front() == '&') {
+            openTag(text);
+            return;
+        }
+        addText(text);
+    }
+
+    void finish() {
+        closeChain();
+        closeEmptyTag();
+    }
+
+private:
+    void openTag(const std::string& tag) {
+        closeChain();
+        closeEmptyTag();
+        MessageTag entry;
+        entry.Tag = tag;
+        entry.First = toI2(static_cast<int>(c_.MessageLines.size()));
+        c_.MessageTags.push_back(entry);
+        c_.TagCount = toI2(static_cast<int>(c_.MessageTags.size()) - 1);
+    }
+
+    // A text line, cut into pieces of 128; each remainder is read again as a line of its own,
+    // so a "%" at its head marks it too.
+    void addText(std::string text) {
+        for (;;) {
+            int16_t kind = 1;
+            if (!text.empty() && text.front() == '%') {
+                text.erase(0, 1);
+                kind = 2;
+            }
+            if (text.size() <= kPieceLength) {
+                append(text, kind);
+                return;
+            }
+            append(text.substr(0, kPieceLength), 0);
+            text.erase(0, kPieceLength);
+        }
+    }
+
+    void append(const std::string& text, int16_t kind) {
+        MessageLine line;
+        line.Text = text;
+        line.Kind = kind;
+        const int index = static_cast<int>(c_.MessageLines.size());
+        line.Next = toI2(index + 1);
+        c_.MessageLines.push_back(line);
+        c_.LineCount = toI2(index);
+    }
+
+    // The last line read ends its message.
+    void closeChain() {
+        if (!c_.MessageLines.empty()) c_.MessageLines.back().Next = -1;
+    }
+
+    // A tag that gathered no line has no text, rather than the next tag's.
+    void closeEmptyTag() {
+        if (!c_.MessageTags.empty() &&
+            c_.MessageTags.back().First >= static_cast<int>(c_.MessageLines.size()))
+            c_.MessageTags.back().First = -1;
+    }
+
+    MessageCatalogue& c_;
+};
+
 }  // namespace
+
+void LoadMessages(MessageCatalogue& catalogue, Host& host, const std::string& path) {
+    catalogue = MessageCatalogue{};
+    std::ifstream in;
+    if (OpenInputFile(host, path, "Loading Messages.", in) < 0) return;
+    CatalogueReader reader(catalogue);
+    std::string line;
+    while (readTextLine(in, line)) reader.line(line);
+    reader.finish();
+}
+
+int16_t nmsgbox(const MessageCatalogue& catalogue, Prompt& prompt, const std::string& text,
+                const std::string& list, const std::string& title, int16_t buttons,
+                int16_t defaultButton, int16_t& msgResult) {
+    msgResult = prompt.messageScreen(title, GetMessage(catalogue, text), list, buttons,
+                                     defaultButton);
+    return msgResult;
+}
 
 std::string GetMessage(const MessageCatalogue& c, const std::string& tag) {
     return compose(c, tag, false);

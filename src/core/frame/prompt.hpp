@@ -2,6 +2,8 @@
 // Every box or question that logic asks mid-routine goes through this interface: Qt boxes in
 // the desktop program, scripted answers in tests, flags or defaults in the batch front end.
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -30,7 +32,14 @@ struct FailureReport {
     int number = 0;
     std::string message;   // the text for the number, with any detail
     std::string location;  // routine + " / " + module
+    // Saves the project under a name the user chooses ("Backup my data now"); the screen stays
+    // open afterwards. Empty when there is nothing to save.
+    std::function<void()> backup;
 };
+
+// The catalogue's message screen's buttons, by bit: 1 OK, 2 Cancel, 4 Yes, 8 No. The same
+// values are the results: MsgResult is 2 to the power of the pressed button's index.
+enum MsgButton : int16_t { MsgOk = 1, MsgCancel = 2, MsgYes = 4, MsgNo = 8 };
 
 struct FileChoice {
     std::string path;
@@ -63,6 +72,14 @@ public:
              Icon::Critical);
         return ErrorChoice::ExitSection;
     }
+
+    // The message screen: `text` above, `list` (free text, often polygon names) in a scrolling
+    // box below, the buttons of the mask `buttons`, and the button of index `defaultButton`
+    // focused. Returns the pressed button's MsgButton value. Without a screen of its own a
+    // prompt shows an ordinary box with the list under the text.
+    virtual int16_t messageScreen(const std::string& title, const std::string& text,
+                                  const std::string& list, int16_t buttons,
+                                  int16_t defaultButton);
 
     // File choosers; nullopt when cancelled.
     virtual std::optional<FileChoice> openFile(const FileRequest& request) = 0;

@@ -10,6 +10,7 @@
 #include "frame/messages.hpp"
 #include "model/calc_state.hpp"
 #include "model/records.hpp"
+#include "model/reference_tables.hpp"
 #include "model/yield_grid.hpp"
 
 namespace arborex {
@@ -81,6 +82,11 @@ struct Model {
 
     // The frame.
     MessageCatalogue Messages;
+    ReferenceTables Ref;
+    int16_t MsgResult = 0;  // the button last pressed on the message screen (MsgButton)
+    std::string HelpTag;    // the polygon screen's current help tag
+    int16_t SHOWUI = 0;     // 1 shows TIPSY's own screens during batch runs
+    int16_t LaunchEditor = 1;  // 1 opens a written report in its editor
     std::string RunId;
     bool LogMode = false;
     std::array<std::string, 4> LastFiles;  // recent projects, 0 the newest
