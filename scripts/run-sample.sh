@@ -6,4 +6,4 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build/release"
 cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DARBOREX_BENCH=OFF >/dev/null
 cmake --build "$build" --target arborex-batch arborex
-"$build/apps/arborex-batch/arborex-batch" info "$root/samples/sample.arx" "$@"
+"$build/bin/arborex-batch" info "$root/samples/sample.arx" "$@"

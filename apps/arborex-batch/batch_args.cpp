@@ -8,7 +8,7 @@ namespace arborex::batch {
 namespace {
 
 bool takesValue(std::string_view flag) {
-    return flag == "--remove-mapsheet" || flag == "--version";
+    return flag == "--remove-mapsheet" || flag == "--version" || flag == "--data";
 }
 
 Answer yesNo(const std::string& value) {
@@ -32,6 +32,8 @@ void apply(BatchOptions& options, const std::string& flag, const std::string& va
         options.removeMapsheet = yesNo(value);
     else if (flag == "--version")
         options.version = fileVersion(value);
+    else if (flag == "--data")
+        options.dataFolder = value;
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ struct BatchOptions {
     bool quiet = false;                  // --quiet
     Answer removeMapsheet = Answer::No;  // --remove-mapsheet yes|no
     int16_t version = 3226;              // --version 3226|200|111
+    std::string dataFolder;              // --data DIR: the reference data, else the installed
 };
 
 // Reads `args` (the words after the command) into options. A flag takes its value as the next

@@ -8,6 +8,9 @@
 #include "batch_host.hpp"
 #include "frame/error_handler.hpp"
 #include "frame/errors.hpp"
+#include "frame/file_locations.hpp"
+#include "frame/file_names.hpp"
+#include "frame/startup.hpp"
 #include "model/project_file.hpp"
 #include "project_summary.hpp"
 
@@ -24,10 +27,18 @@ void requireOperands(const BatchOptions& options, std::size_t count, const std::
         if (operand.empty()) throw UsageError("an empty file name in: " + form);
 }
 
-// A fresh model with the program's defaults, as the desktop program has it before a load.
-std::unique_ptr<Model> newModel() {
+// A fresh model with the program's defaults and the reference data, as the desktop program has
+// it before a load. Without the species table of TIPSY the program does not run.
+std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options) {
     auto m = std::make_unique<Model>();
     setProgramDefaults(*m);
+    const std::string folder =
+        options.dataFolder.empty() ? installedDataFolder() : withTrailingSlash(options.dataFolder);
+    if (findFileNoCase(folder, "speciest.dat").empty())
+        throw ArborexError(ErrFileNotFound,
+                           folder + "speciest.dat (give the reference data's folder with --data)");
+    m->Paths[ArborexFolder] = folder;
+    LoadReferenceData(*m, batch.host());
     return m;
 }
 
@@ -58,9 +69,10 @@ std::string usageText() {
     return "Usage: arborex-batch COMMAND ARGUMENTS [OPTIONS]\n"
            "\n"
            "Commands:\n"
-           "  info PROJECT [--json] [--remove-mapsheet yes|no] [--quiet]\n"
+           "  info PROJECT [--json] [--remove-mapsheet yes|no] [--quiet] [--data DIR]\n"
            "      Show the project's header, settings, polygons and saved calculation.\n"
            "  convert IN OUT [--version 3226|200|111] [--remove-mapsheet yes|no] [--quiet]\n"
+           "          [--data DIR]\n"
            "      Load the project IN and write it to OUT in the given file version\n"
            "      (default 3226). OUT's former file is kept as OUT with the extension .bak.\n"
            "  --help\n"
@@ -73,18 +85,22 @@ std::string usageText() {
            "                             a file older than version 3001 loads (default no)\n"
            "  --version 3226|200|111     the file version convert writes\n"
            "  --quiet                    leave out the notes that loading shows\n"
+           "  --data DIR                 the folder of the reference data (species tables,\n"
+           "                             messages); by default the installed one\n"
            "\n"
            "Exit status: 0 done, 1 a project could not be loaded or saved, 2 a wrong command "
            "line.\n";
 }
 
 int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const BatchOptions options = parseOptions(args, {"--json", "--remove-mapsheet", "--quiet"});
-    requireOperands(options, 1, "info PROJECT [--json] [--remove-mapsheet yes|no] [--quiet]");
+    const BatchOptions options =
+        parseOptions(args, {"--json", "--remove-mapsheet", "--quiet", "--data"});
+    requireOperands(options, 1,
+                    "info PROJECT [--json] [--remove-mapsheet yes|no] [--quiet] [--data DIR]");
     const std::string& path = options.operands[0];
 
     BatchHost batch(options.removeMapsheet);
-    auto m = newModel();
+    auto m = newModel(batch, options);
     if (!loadProject(*m, batch, path, err)) return ExitFailed;
     if (!options.quiet) batch.prompt().writeNotes(err);
     if (options.json)
@@ -95,14 +111,16 @@ int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostrea
 }
 
 int runConvert(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const BatchOptions options = parseOptions(args, {"--version", "--remove-mapsheet", "--quiet"});
+    const BatchOptions options =
+        parseOptions(args, {"--version", "--remove-mapsheet", "--quiet", "--data"});
     requireOperands(options, 2,
-                    "convert IN OUT [--version 3226|200|111] [--remove-mapsheet yes|no] [--quiet]");
+                    "convert IN OUT [--version 3226|200|111] [--remove-mapsheet yes|no] "
+                    "[--quiet] [--data DIR]");
     const std::string& in = options.operands[0];
     const std::string& target = options.operands[1];
 
     BatchHost batch(options.removeMapsheet);
-    auto m = newModel();
+    auto m = newModel(batch, options);
     if (!loadProject(*m, batch, in, err)) return ExitFailed;
     try {
         // Below 3001 the save shortens the names in memory too; this model is thrown away.

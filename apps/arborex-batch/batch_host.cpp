@@ -1,7 +1,10 @@
 #include "batch_host.hpp"
 
+#include <filesystem>
 #include <ostream>
 
+#include "frame/file_locations.hpp"
+#include "frame/file_names.hpp"
 #include "frame/text.hpp"
 #include "model/colours.hpp"
 
@@ -72,6 +75,14 @@ void BatchPrompt::writeNotes(std::ostream& err) const {
     for (const ShownBox& box : shown_)
         if (box.buttons == Buttons::Ok)
             err << "note: " << oneLine(box.title) << ": " << oneLine(box.text) << '\n';
+}
+
+std::string installedDataFolder() {
+    std::error_code ec;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ec);
+    const std::string beside = withTrailingSlash(program.parent_path().string());
+    if (ec || !findFileNoCase(beside, "speciest.dat").empty()) return beside;
+    return beside + "../share/arborex/";
 }
 
 void setProgramDefaults(Model& m) {

@@ -79,4 +79,8 @@ private:
 // default settings and colours, so that whatever a project file holds comes over them.
 void setProgramDefaults(Model& m);
 
+// The installed reference data: beside the program when the species table is there, else
+// "../share/arborex/" from it. With a trailing "/".
+std::string installedDataFolder();
+
 }  // namespace arborex::batch

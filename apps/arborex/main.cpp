@@ -42,8 +42,6 @@ int main(int argc, char* argv[]) {
     arborex::StartupEnvironment env;
     env.commandLine = arborex::joinArguments(args);
     env.programFolder = arborex::programDataFolder(QApplication::applicationDirPath());
-    env.tempFolder = arborex::userTempFolder();
-    env.documentsFolder = arborex::userDocumentsFolder();
     env.anotherCopyRunning = [&instance] { return instance.anotherRunning(); };
 
     if (!arborex::runStartup(*model, host, mainScreen, env)) return 0;

@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include "frame/file_names.hpp"
 
@@ -16,25 +15,11 @@ static std::string withSlash(const QString& folder) {
 
 std::string programDataFolder(const QString& executableFolder) {
     const std::string beside = withSlash(executableFolder);
-    // The message catalogue is the one file every installation carries.
-    if (!findFileNoCase(beside, "MESSAGES.DAT").empty()) return beside;
+    // The program refuses to start without the TIPSY species table, so it marks the folder.
+    if (!findFileNoCase(beside, "speciest.dat").empty()) return beside;
     const QString shared = QDir(executableFolder).filePath("../share/arborex");
     if (QFileInfo(shared).isDir()) return withSlash(shared);
     return beside;
-}
-
-std::string userTempFolder() {
-    return withSlash(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) +
-                     "/temp");
-}
-
-std::string userDocumentsFolder() {
-    return withSlash(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                     "/Arborex for Windows");
-}
-
-bool makeFolder(const std::string& folder) {
-    return !folder.empty() && QDir().mkpath(QString::fromStdString(folder));
 }
 
 }  // namespace arborex

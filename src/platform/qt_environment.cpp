@@ -63,6 +63,11 @@ std::string QtEnvironment::variable(const std::string& name) {
     return qEnvironmentVariable(name.c_str()).toStdString();
 }
 
+std::string QtEnvironment::documentsFolder() {
+    return withoutTrailingSlash(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+        .toStdString();
+}
+
 std::string QtEnvironment::applicationFor(const std::string& path) {
     const QMimeType type = QMimeDatabase().mimeTypeForFile(QString::fromStdString(path));
     if (!type.isValid() || type.isDefault()) return {};

@@ -9,6 +9,7 @@ namespace arborex {
 class QtEnvironment final : public SystemEnvironment {
 public:
     std::string variable(const std::string& name) override;
+    std::string documentsFolder() override;
     // The program named by the Exec line of the desktop entry that xdg-mime gives as the
     // default for the file's MIME type; empty when xdg-mime is missing or names nothing.
     std::string applicationFor(const std::string& path) override;

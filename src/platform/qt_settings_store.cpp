@@ -36,7 +36,12 @@ std::optional<std::string> QtSettingsStore::read(SettingsRoot root, const std::s
 
 void QtSettingsStore::write(SettingsRoot root, const std::string& section, const std::string& key,
                             const std::string& value) {
-    rootOf(root).setValue(keyPath(section, key), QString::fromStdString(value));
+    QSettings& store = rootOf(root);
+    // Without the right to write the file (the machine root, for most users) nothing changes,
+    // as the store reads back.
+    if (!store.isWritable()) return;
+    store.setValue(keyPath(section, key), QString::fromStdString(value));
+    store.sync();
 }
 
 }  // namespace arborex

@@ -16,11 +16,13 @@
 #include "frame/recent_files.hpp"
 #include "frame/startup.hpp"
 #include "frame/text.hpp"
+#include "frame/user_settings.hpp"
 #include "model/colours.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_about.hpp"
 #include "ui/frm_project.hpp"
+#include "ui/frm_settings_reg.hpp"
 #include "ui/startup_sequence.hpp"
 #include "ui/ui_helpers.hpp"
 
@@ -48,7 +50,7 @@ constexpr std::array<ViewButton, 6> kViewButtons = {{
 
 // Screens of the views that this build provides; the buttons of the others stay disabled.
 bool screenExists(int view) {
-    return view == 0;
+    return view == 0 || view == 7;
 }
 
 }  // namespace
@@ -160,15 +162,23 @@ void frmArbo::guarded(const char* routine, const std::function<void()>& step) {
 // ---- Views ----------------------------------------------------------------------------------
 
 void frmArbo::view(int n) {
-    if (n != 0) return;  // the other views' screens are not part of this build
-    if (!project_) {
-        project_ = new frmProject(m_, host_, this);
-        project_->setAttribute(Qt::WA_DeleteOnClose);
-        connect(project_, &QDialog::finished, this, &frmArbo::showMenu);
+    QDialog* screen = nullptr;
+    if (n == 0) {
+        if (!project_) project_ = new frmProject(m_, host_, this);
+        screen = project_;
+    } else if (n == 7) {
+        if (!settings_) settings_ = new frmSettingsReg(m_, host_, this);
+        screen = settings_;
+    } else {
+        return;  // the other views' screens are not part of this build
     }
-    project_->show();
-    project_->raise();
-    project_->activateWindow();
+    if (!screen->testAttribute(Qt::WA_DeleteOnClose)) {
+        screen->setAttribute(Qt::WA_DeleteOnClose);
+        connect(screen, &QDialog::finished, this, &frmArbo::showMenu);
+    }
+    screen->show();
+    screen->raise();
+    screen->activateWindow();
 }
 
 void frmArbo::showMenu() {
@@ -254,7 +264,7 @@ void frmArbo::mniNew_Click() {
         ResetVars(m_);
         SetDefaults(m_);
         setColours(m_);
-        startup::LoadRegistry(m_, host_);
+        LoadRegistry(m_, host_);
         NewFileName(m_);
         EmptyArrays(m_);
         refreshButtons();

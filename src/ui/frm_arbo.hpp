@@ -17,6 +17,7 @@ class QPushButton;
 namespace arborex {
 
 class frmProject;
+class frmSettingsReg;
 
 class frmArbo final : public QMainWindow {
     Q_OBJECT
@@ -78,6 +79,7 @@ private:
     std::array<QPushButton*, 6> cmdView_{};
     std::array<QAction*, 4> mnLast_{};
     QPointer<frmProject> project_;
+    QPointer<frmSettingsReg> settings_;
     std::function<void()> endProcess_;
     bool ending_ = false;
 };

@@ -11,7 +11,7 @@
 
 #include "frame/display_format.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/project_info_settings.hpp"
+#include "frame/user_settings.hpp"
 
 namespace arborex {
 

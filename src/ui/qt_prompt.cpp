@@ -5,6 +5,8 @@
 #include <QMessageBox>
 #include <QRegularExpression>
 
+#include "ui/frm_error.hpp"
+#include "ui/frm_msg.hpp"
 #include "ui/ui_helpers.hpp"
 
 namespace arborex {
@@ -140,6 +142,19 @@ std::optional<FileChoice> QtPrompt::openFile(const FileRequest& request) {
 
 std::optional<FileChoice> QtPrompt::saveFile(const FileRequest& request) {
     return chooseFile(request, true);
+}
+
+ErrorChoice QtPrompt::reportError(const FailureReport& failure) {
+    frmError screen(failure, parent_);
+    screen.exec();
+    return screen.choice();
+}
+
+int16_t QtPrompt::messageScreen(const std::string& title, const std::string& text,
+                                const std::string& list, int16_t buttons, int16_t defaultButton) {
+    frmMsg screen(title, text, list, buttons, defaultButton, parent_);
+    screen.exec();
+    return screen.MsgResult();
 }
 
 }  // namespace arborex

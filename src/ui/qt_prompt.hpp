@@ -27,6 +27,11 @@ public:
                                      const std::string& proposed) override;
     std::optional<FileChoice> openFile(const FileRequest& request) override;
     std::optional<FileChoice> saveFile(const FileRequest& request) override;
+    // The error screen frmError, modal over the parent.
+    ErrorChoice reportError(const FailureReport& failure) override;
+    // The message screen frmMsg, modal over the parent.
+    int16_t messageScreen(const std::string& title, const std::string& text,
+                          const std::string& list, int16_t buttons, int16_t defaultButton) override;
 
 private:
     std::optional<FileChoice> chooseFile(const FileRequest& request, bool save);

@@ -1,58 +1,23 @@
 #include "ui/startup_sequence.hpp"
 
 #include "frame/error_handler.hpp"
+#include "frame/file_locations.hpp"
 #include "frame/recent_files.hpp"
 #include "frame/startup.hpp"
+#include "frame/user_settings.hpp"
 #include "model/colours.hpp"
 #include "model/project_file.hpp"
-#include "platform/app_paths.hpp"
 #include "ui/frm_arbo.hpp"
 
 namespace arborex {
 
-namespace startup {
-
-void GetAppPath(Model& m, const StartupEnvironment& env) {
-    m.Paths[ArborexFolder] = env.programFolder;
-}
-
-void DefaultPaths(Model& m, const StartupEnvironment& env) {
-    m.Paths[UserTemp] = env.tempFolder;
-    m.Paths[UserDocuments] = env.documentsFolder;
-    const std::string& folder = m.Paths[ArborexFolder];
-    m.Files[FileVDYPexe] = folder + "VDYP/vdypbat.exe";
-    m.Files[FileTIPSYexe] = folder + "TIPSY/btipsy.exe";
-    m.Files[FileVDYPhelp] = folder + "VDYP/vdyp.hlp";
-    m.Files[FileTIPSYhelp] = folder + "TIPSY/TIPSY32.hlp";
-    m.Files[FileManual] = folder + "AXRM31.pdf";
-    m.Files[FileChartex] = folder + "chartex.exe";
-    m.Files[FileBTP] = folder + "TIPSY/arborex2.btp";
-}
-
-void LoadRegistry(Model& m, Host& host) {
-    LoadRegLast(m, host.settings);
-}
-
-void CheckPaths(Model& m) {
-    makeFolder(m.Paths[UserTemp]);
-    makeFolder(m.Paths[UserDocuments]);
-}
-
-// Offers the ".arx" association. On this platform the association is part of installation
-// (packaging/arborex.desktop and arborex-mime.xml), so nobody is asked at start.
-static void offerFileAssociation() {}
-
-// Choices, message catalogue, species tables and the PSYU list come from Paths[0]; their
-// loaders are not part of this build yet. The curve rows follow the settings read above.
-static void loadReferenceData(Model& m) {
-    SetAgeInc(m);
-}
-
-}  // namespace startup
-
 namespace {
 
 constexpr const char* kModule = "frmArbo2";
+
+// Offers the ".arx" association. On this platform the association is part of installation
+// (packaging/arborex.desktop and arborex-mime.xml), so nobody is asked at start.
+void offerFileAssociation() {}
 
 // Step 6: a second copy runs only when the user asks for it.
 bool secondCopyAllowed(Host& host, const StartupEnvironment& env) {
@@ -73,16 +38,18 @@ bool runStartup(Model& m, Host& host, frmArbo& main, const StartupEnvironment& e
     m.Messages = MessageCatalogue{};
 
     step("ResetVars", [&] { ResetVars(m); });
-    step("GetAppPath", [&] { startup::GetAppPath(m, env); });
-    step("DefaultPaths", [&] { startup::DefaultPaths(m, env); });
+    bool installed = false;
+    step("GetAppPath", [&] { installed = GetAppPath(m, host, env.programFolder); });
+    if (!installed) return false;
+    step("DefaultPaths", [&] { DefaultPaths(m, host); });
     step("setColours", [&] { setColours(m); });
     step("SetDefaults", [&] { SetDefaults(m); });
-    step("LoadRegistry", [&] { startup::LoadRegistry(m, host); });
-    step("CheckPaths", [&] { startup::CheckPaths(m); });
+    step("LoadRegistry", [&] { LoadRegistry(m, host); });
+    step("CheckPaths", [&] { CheckPaths(m, host); });
     step("NewFileName", [&] { NewFileName(m); });
 
-    startup::offerFileAssociation();
-    step("LoadChoices", [&] { startup::loadReferenceData(m); });
+    offerFileAssociation();
+    step("LoadReferenceData", [&] { LoadReferenceData(m, host); });
 
     CommandLine command = parseCommandLine(env.commandLine);
     if (command.logMode) m.LogMode = true;

@@ -26,7 +26,13 @@ struct RunResult {
     std::string err;
 };
 
-RunResult run(const std::vector<std::string>& args) {
+// Runs a command; info and convert read the reference data of the source tree.
+RunResult run(std::vector<std::string> args) {
+    const bool readsData = !args.empty() && (args[0] == "info" || args[0] == "convert");
+    if (readsData && std::find(args.begin(), args.end(), "--data") == args.end()) {
+        args.push_back("--data");
+        args.push_back(std::string(ARBOREX_SOURCE_DIR) + "/data");
+    }
     std::ostringstream out;
     std::ostringstream err;
     RunResult result;
@@ -215,6 +221,15 @@ TEST_F(BatchCommands, LoadFailuresGiveOneLineAndExitOne) {
     EXPECT_EQ(r.code, ExitFailed);
     EXPECT_EQ(lineCount(r.err), 1);
     EXPECT_FALSE(std::filesystem::exists(dir.file("out.arx")));
+}
+
+TEST_F(BatchCommands, WithoutReferenceDataNothingRuns) {
+    std::filesystem::create_directories(dir.file("empty"));
+    const RunResult r = run({"info", project, "--data", dir.file("empty")});
+    EXPECT_EQ(r.code, ExitFailed);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(lineCount(r.err), 1);
+    EXPECT_NE(r.err.find(dir.file("empty") + "/speciest.dat"), std::string::npos) << r.err;
 }
 
 TEST_F(BatchCommands, SaveFailureGivesOneLineAndExitOne) {

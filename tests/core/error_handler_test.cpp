@@ -63,5 +63,48 @@ TEST(ErrorHandler, AnUnwritableLogStillShowsTheScreen) {
     EXPECT_EQ(prompt.failures.size(), 1u);
 }
 
+// An error screen whose user ends the program at once: what is on disk by then stays.
+class EndingPrompt final : public Prompt {
+public:
+    std::string logPath;
+    std::string logWhenShown;
+    bool couldBackUp = false;
+    Answer ask(const std::string&, const std::string&, Buttons, Answer a, Icon) override {
+        return a;
+    }
+    std::optional<std::string> input(const std::string&, const std::string&,
+                                     const std::string&) override {
+        return std::nullopt;
+    }
+    std::optional<FileChoice> openFile(const FileRequest&) override { return std::nullopt; }
+    std::optional<FileChoice> saveFile(const FileRequest&) override { return std::nullopt; }
+    ErrorChoice reportError(const FailureReport& failure) override {
+        logWhenShown = readAll(logPath);
+        couldBackUp = static_cast<bool>(failure.backup);
+        if (failure.backup) failure.backup();  // the save dialog is cancelled: nothing happens
+        return ErrorChoice::ExitSection;
+    }
+};
+
+TEST(ErrorHandler, TheLogLineIsWrittenBeforeTheScreenShows) {
+    test::TempDir dir;
+    Model m;
+    ResetVars(m);
+    m.Paths[UserDocuments] = dir.path() + "/";
+    test::FakeHost fake;
+    EndingPrompt prompt;
+    prompt.logPath = dir.file("errorlog.txt");
+    Host host{prompt, fake.status, fake.settings, fake.views, fake.system};
+
+    HandleError(m, host, ErrDivisionByZero, "", "IncrementYear", "modCalc");
+    EXPECT_NE(prompt.logWhenShown.find("\t11\tIncrementYear\tmodCalc\r\n"), std::string::npos);
+    EXPECT_FALSE(prompt.couldBackUp);  // no project, nothing to back up
+
+    m.LastPoly = 0;
+    EmptyArrays(m);
+    HandleError(m, host, ErrOverflow, "", "CutBlock", "modCalc");
+    EXPECT_TRUE(prompt.couldBackUp);
+}
+
 }  // namespace
 }  // namespace arborex

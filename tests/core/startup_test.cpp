@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "frame/project_info_settings.hpp"
 #include "frame/startup.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"
@@ -102,22 +101,6 @@ TEST(DeleteTempFiles, AnUnsetTempFolderDeletesNothing) {
     DeleteTempFiles(m);
     EXPECT_TRUE(std::filesystem::exists("graph.txt"));
     std::filesystem::current_path(before);
-}
-
-TEST(ProjectInfoSettings, WritesTheUsersDefaultsUnderTheirKeys) {
-    Model m;
-    m.Header.User = "Pat Logger";
-    m.Header.Company = "Cedar Creek Ltd.";
-    m.Header.Licence = "W1234";
-    m.Header.District = "Kamloops";
-    m.Header.Scenario = "7";
-    MemorySettings settings;
-    SaveRegProjectInfo(m, settings);
-    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "USER"), "Pat Logger");
-    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "COMPANY"), "Cedar Creek Ltd.");
-    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "ARBOREX"), "W1234");
-    EXPECT_EQ(settings.read(SettingsRoot::User, "USER", "DISTRICT"), "Kamloops");
-    EXPECT_EQ(settings.read(SettingsRoot::Machine, "USER", "USER"), std::nullopt);
 }
 
 }  // namespace

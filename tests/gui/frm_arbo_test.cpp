@@ -9,6 +9,7 @@
 #include "frame/recent_files.hpp"
 #include "gui_fixture.hpp"
 #include "model/project_file.hpp"
+#include "support/test_install.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/startup_sequence.hpp"
@@ -27,13 +28,17 @@ struct Session {
     frmArbo main{gui.m, gui.host};
     bool ended = false;
     StartupEnvironment env;
+    std::string tempFolder;
+    std::string documentsFolder;
 
     Session() {
         gui.views.setMainScreen(&main);
         main.setEndAction([this] { ended = true; });
         env.programFolder = gui.dir.file("program/");
-        env.tempFolder = gui.dir.file("temp/");
-        env.documentsFolder = gui.dir.file("documents/");
+        test::installProgramFolder(env.programFolder);
+        test::setUpUser(gui.system, gui.dir.path());
+        tempFolder = gui.dir.file("appdata/Arborex/temp/");
+        documentsFolder = gui.dir.file("documents/Arborex for Windows/");
     }
     bool start(const std::string& commandLine = {}) {
         env.commandLine = commandLine;
@@ -77,8 +82,8 @@ private slots:
         QVERIFY(about && about->isVisible());
         QVERIFY(about->findChild<QLabel*>("lblVersion")->text().contains("3.2.26"));
         QCOMPARE(s.gui.m.RunId.size(), std::size_t{6});
-        QVERIFY(std::filesystem::is_directory(s.env.tempFolder));
-        QVERIFY(std::filesystem::is_directory(s.env.documentsFolder));
+        QVERIFY(std::filesystem::is_directory(s.tempFolder));
+        QVERIFY(std::filesystem::is_directory(s.documentsFolder));
         QVERIFY(s.gui.shown().empty());
     }
 
@@ -91,8 +96,8 @@ private slots:
             auto* button = s.child<QPushButton>(qPrintable(QString("cmdView_%1").arg(i)));
             QCOMPARE(button->text(), captions[i]);
             QVERIFY(!s.child<QLabel>(qPrintable(QString("lbl_%1").arg(i)))->text().isEmpty());
-            // Without a polygon only the project information can open.
-            QCOMPARE(button->isEnabled(), i == 0);
+            // Without a polygon only the project information and the settings can open.
+            QCOMPARE(button->isEnabled(), i == 0 || i == 5);
         }
         QCOMPARE(s.child<QPushButton>("cmdExit")->text(), QString("E&xit Program"));
         QCOMPARE(s.child<QPushButton>("cmdAbout")->text(), QString("A&bout"));
@@ -275,7 +280,7 @@ private slots:
     void cancellingTheExitBoxKeepsEverythingOpen() {
         Session s;
         QVERIFY(s.start());
-        touch(s.env.tempFolder + "graph.txt");
+        touch(s.tempFolder + "graph.txt");
         QTest::mouseClick(s.child<QPushButton>("cmdView_0"), Qt::LeftButton);
 
         s.gui.answers().push_back(Answer::Cancel);
@@ -291,21 +296,21 @@ private slots:
         QVERIFY(!s.ended);
         QVERIFY(s.main.isVisible());
         QVERIFY(s.main.findChild<frmProject*>()->isVisible());
-        QVERIFY(std::filesystem::exists(s.env.tempFolder + "graph.txt"));
+        QVERIFY(std::filesystem::exists(s.tempFolder + "graph.txt"));
     }
 
     void confirmingTheExitDeletesTheExchangeFiles() {
         Session s;
         QVERIFY(s.start());
-        touch(s.env.tempFolder + "VDYPIN.dat");
-        touch(s.env.tempFolder + "TIPSYout.err");
-        touch(s.env.tempFolder + "notes.txt");
+        touch(s.tempFolder + "VDYPIN.dat");
+        touch(s.tempFolder + "TIPSYout.err");
+        touch(s.tempFolder + "notes.txt");
         s.gui.answers().push_back(Answer::Ok);
         s.child<QAction>("mniExit")->trigger();
         QVERIFY(s.ended);
-        QVERIFY(!std::filesystem::exists(s.env.tempFolder + "VDYPIN.dat"));
-        QVERIFY(!std::filesystem::exists(s.env.tempFolder + "TIPSYout.err"));
-        QVERIFY(std::filesystem::exists(s.env.tempFolder + "notes.txt"));
+        QVERIFY(!std::filesystem::exists(s.tempFolder + "VDYPIN.dat"));
+        QVERIFY(!std::filesystem::exists(s.tempFolder + "TIPSYout.err"));
+        QVERIFY(std::filesystem::exists(s.tempFolder + "notes.txt"));
         // Once ending, closing the window asks nothing more.
         QVERIFY(s.main.close());
         QCOMPARE(s.gui.shown().size(), std::size_t{1});

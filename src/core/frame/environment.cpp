@@ -27,6 +27,13 @@ std::string ProcessEnvironment::variable(const std::string& name) {
     return getVariable(name.c_str());
 }
 
+std::string ProcessEnvironment::documentsFolder() {
+    std::string documents = getVariable("XDG_DOCUMENTS_DIR");
+    if (!documents.empty()) return documents;
+    const std::string home = getVariable("HOME");
+    return home.empty() ? std::string() : home + "/Documents";
+}
+
 std::string FixedEnvironment::variable(const std::string& name) {
     auto it = variables.find(toUpper(name));
     return it == variables.end() ? std::string() : it->second;

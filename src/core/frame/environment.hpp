@@ -15,6 +15,9 @@ public:
     // name, "USERPROFILE" the home folder. Folders come without a trailing separator. Empty
     // when unknown.
     virtual std::string variable(const std::string& name) = 0;
+    // The user's documents folder (what Windows calls "My Documents"), without a trailing
+    // separator; empty when unknown.
+    virtual std::string documentsFolder() = 0;
     // The program the desktop opens `path` with, by its type; empty when there is none.
     virtual std::string applicationFor(const std::string& path) = 0;
 };
@@ -25,6 +28,8 @@ public:
 class ProcessEnvironment final : public SystemEnvironment {
 public:
     std::string variable(const std::string& name) override;
+    // $XDG_DOCUMENTS_DIR, else $HOME/Documents.
+    std::string documentsFolder() override;
     std::string applicationFor(const std::string&) override { return {}; }
 };
 
@@ -33,7 +38,9 @@ class FixedEnvironment final : public SystemEnvironment {
 public:
     std::map<std::string, std::string> variables;
     std::map<std::string, std::string> applications;  // by extension, with its dot
+    std::string documents;
     std::string variable(const std::string& name) override;
+    std::string documentsFolder() override { return documents; }
     std::string applicationFor(const std::string& path) override;
 };
 

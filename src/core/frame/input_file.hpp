@@ -13,8 +13,7 @@ namespace arborex {
 // Opens `path` for reading into `in`. The file's name is looked up in its folder without regard
 // to case. Returns 1 when open; otherwise shows a box titled `title` with the path and the
 // reason, and returns -1.
-int OpenInputFile(Host& host, const std::string& path, const std::string& title,
-                  std::ifstream& in);
+int OpenInputFile(Host& host, const std::string& path, const std::string& title, std::ifstream& in);
 
 // Reads one line without its line end; a "\r" before the "\n" goes too. False at the end.
 bool readTextLine(std::istream& in, std::string& line);

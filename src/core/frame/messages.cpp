@@ -132,8 +132,8 @@ void LoadMessages(MessageCatalogue& catalogue, Host& host, const std::string& pa
 int16_t nmsgbox(const MessageCatalogue& catalogue, Prompt& prompt, const std::string& text,
                 const std::string& list, const std::string& title, int16_t buttons,
                 int16_t defaultButton, int16_t& msgResult) {
-    msgResult = prompt.messageScreen(title, GetMessage(catalogue, text), list, buttons,
-                                     defaultButton);
+    msgResult =
+        prompt.messageScreen(title, GetMessage(catalogue, text), list, buttons, defaultButton);
     return msgResult;
 }
 

@@ -78,8 +78,7 @@ public:
     // focused. Returns the pressed button's MsgButton value. Without a screen of its own a
     // prompt shows an ordinary box with the list under the text.
     virtual int16_t messageScreen(const std::string& title, const std::string& text,
-                                  const std::string& list, int16_t buttons,
-                                  int16_t defaultButton);
+                                  const std::string& list, int16_t buttons, int16_t defaultButton);
 
     // File choosers; nullopt when cancelled.
     virtual std::optional<FileChoice> openFile(const FileRequest& request) = 0;

@@ -31,8 +31,7 @@ void SaveRegLast(const Model& m, SettingsStore& settings) {
 
 void LoadRegLast(Model& m, SettingsStore& settings) {
     for (int i = 0; i < kRecentCount; ++i)
-        m.LastFiles[i] =
-            settings.read(SettingsRoot::User, "FILES", "FILE" + std::to_string(i)).value_or("");
+        m.LastFiles[i] = getRegStr(settings, "FILES", "FILE" + std::to_string(i), "", false);
 }
 
 std::string recentCaption(const Model& m, int index) {

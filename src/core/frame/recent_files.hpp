@@ -14,7 +14,7 @@ void AddLast(Model& m, Host& host, const std::string& path);
 void OrderLast(Model& m, Host& host, int index);
 // Writes the list to the user root, keys FILE0..FILE3 of section FILES.
 void SaveRegLast(const Model& m, SettingsStore& settings);
-// Reads the list back (empty entries for missing keys).
+// Reads the list back; missing keys are filled with empty entries.
 void LoadRegLast(Model& m, SettingsStore& settings);
 // "&" + i + " " + path, or "&" + i + "   -empty-".
 std::string recentCaption(const Model& m, int index);

@@ -8,7 +8,9 @@
 #include "exchange/split_csv.hpp"
 #include "frame/display_format.hpp"
 #include "frame/file_names.hpp"
+#include "frame/messages.hpp"
 #include "frame/text.hpp"
+#include "model/reference_tables.hpp"
 
 namespace arborex {
 
@@ -70,6 +72,16 @@ void dropMissingProject(Prompt& prompt, std::string& path) {
     if (path.empty() || fileExists(path)) return;
     prompt.tell("File Not Found!", "File not found: " + path, Icon::Exclamation);
     path.clear();
+}
+
+void LoadReferenceData(Model& m, Host& host) {
+    const std::string& folder = m.Paths[ArborexFolder];
+    LoadChoices(m.Ref, host, folder, true);
+    LoadMessages(m.Messages, host, folder + "MESSAGES.DAT");
+    LoadSpeciesV(m.Ref, host, folder + "SPECIESV.DAT");
+    LoadSpeciesT(m.Ref, host, folder + "SPECIEST.DAT");
+    loadPSYU(m.Ref, host, folder + "PSYU.DAT");
+    SetAgeInc(m);
 }
 
 const char* const kTempFileNames[12] = {

@@ -83,9 +83,9 @@ struct Model {
     // The frame.
     MessageCatalogue Messages;
     ReferenceTables Ref;
-    int16_t MsgResult = 0;  // the button last pressed on the message screen (MsgButton)
-    std::string HelpTag;    // the polygon screen's current help tag
-    int16_t SHOWUI = 0;     // 1 shows TIPSY's own screens during batch runs
+    int16_t MsgResult = 0;     // the button last pressed on the message screen (MsgButton)
+    std::string HelpTag;       // the polygon screen's current help tag
+    int16_t SHOWUI = 0;        // 1 shows TIPSY's own screens during batch runs
     int16_t LaunchEditor = 1;  // 1 opens a written report in its editor
     std::string RunId;
     bool LogMode = false;

@@ -5,8 +5,11 @@
 
 namespace arborex {
 
-// Fills VSIDX and TSIDX of every polygon from its codes. Until species tables are loaded
-// there is nothing to bind to, and the indexes stored with the project stand.
+// For every polygon 0..LastPoly, deleted ones too: looks up each VDYP code of VS in the VDYP
+// table and each TIPSY code of TS in the TIPSY table (through the aliases), stores the row in
+// VSIDX / TSIDX and replaces the code by the row's own code, so that "PLI" becomes "PL" and an
+// unknown code becomes two blanks with row 0. A table that holds nothing beyond "- None -" has
+// not been loaded: its codes and the indexes stored with the project are left as they are.
 void findSpecIDX(Model& m);
 
 }  // namespace arborex
