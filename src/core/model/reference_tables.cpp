@@ -1,8 +1,10 @@
 #include "model/reference_tables.hpp"
 
 #include <fstream>
+#include <optional>
 #include <string_view>
 
+#include "frame/errors.hpp"
 #include "frame/input_file.hpp"
 #include "frame/number_text.hpp"
 #include "frame/numeric.hpp"
@@ -73,8 +75,17 @@ std::string inFolder(const std::string& folder, const char* name) {
     return folder + '/' + name;
 }
 
-int16_t leadingI2(std::string_view text) {
-    return toI2(tolerantNumber(text));
+// The leading number of a field of a reference line; nullopt when it does not fit 16 bits,
+// which makes the line as unusable as one without the field.
+std::optional<int16_t> leadingI2(std::string_view text) {
+    double number = 0.0;
+    try {
+        number = tolerantNumber(text);
+    } catch (const ArborexError&) {
+        return std::nullopt;
+    }
+    if (!(number >= -32768.5 && number < 32767.5)) return std::nullopt;
+    return toI2(number);
 }
 
 // One non-blank line of a known choose.txt section.
@@ -186,10 +197,10 @@ void loadPSYU(ReferenceTables& ref, Host& host, const std::string& path) {
     while (readTextLine(in, line)) {
         const std::vector<std::string> fields = splitAt(line, '\t');
         if (fields.size() < 2) continue;
-        const double number = tolerantNumber(fields[0]);
-        if (!(number > 0)) continue;
+        const auto number = leadingI2(fields[0]);
+        if (!number || *number <= 0) continue;
         PSYUEntry entry;
-        entry.Number = toI2(number);
+        entry.Number = *number;
         entry.Name = fields[1];
         ref.PSYUCount = nextIndex(ref.PSYUCount);
         ref.PSYUList.push_back(entry);
@@ -231,11 +242,15 @@ void LoadRegComp(ReferenceTables& ref, Host& host, const std::string& folder) {
     while (readTextLine(in, line)) {
         if (line.size() <= 12) continue;
         const std::string_view text(line);
+        const auto region = leadingI2(text.substr(0, 2));
+        const auto comp = leadingI2(text.substr(2, 3));
+        const auto psyu = leadingI2(text.substr(8, 3));
+        if (!region || !comp || !psyu) continue;
         RegCompRec rec;
-        rec.Region = leadingI2(text.substr(0, 2));
-        rec.Comp = leadingI2(text.substr(2, 3));
+        rec.Region = *region;
+        rec.Comp = *comp;
         rec.CompLetter = trim(text.substr(5, 3));
-        rec.PSYU = leadingI2(text.substr(8, 3));
+        rec.PSYU = *psyu;
         rec.Block = std::string(text.substr(11, 1));
         rec.FIZ = std::string(text.substr(12));
         ref.RegCompCount = nextIndex(ref.RegCompCount);
@@ -279,8 +294,10 @@ int FindAllPSYU(Model& m, Host& host) {
         const auto i = static_cast<std::size_t>(p);
         if (m.PolyC.at(i).DELETE != 0) continue;
         PolyData& poly = m.Poly.at(i);
-        const RegCompRec* rec = findRegComp(m.Ref, leadingI2(poly.REGION.str()),
-                                            leadingI2(poly.COMP.str()), poly.COMPL.str());
+        const auto region = leadingI2(poly.REGION.str());
+        const auto comp = leadingI2(poly.COMP.str());
+        if (!region || !comp) continue;
+        const RegCompRec* rec = findRegComp(m.Ref, *region, *comp, poly.COMPL.str());
         if (!rec) continue;
         poly.PSYU = rec->PSYU;
         poly.PSYUBLOCK = rec->Block;
