@@ -133,6 +133,13 @@ TEST(LoadMessages, AMissingFileIsToldOnceAndLeavesTheCatalogueEmpty) {
     EXPECT_EQ(GetMessage(c, "&AREA"), "NOT FOUND - &AREA");
 }
 
+TEST(MsgPoly, RemembersTheTagForTheHelpScreen) {
+    const MessageCatalogue c = catalogue();
+    std::string helpTag;
+    EXPECT_EQ(msgPoly(helpTag, c, "&AREA"), GetMessage2(c, "&AREA"));
+    EXPECT_EQ(helpTag, "&AREA");
+}
+
 TEST(Nmsgbox, ButtonsByMaskAndTheResultAsAPowerOfTwo) {
     test::FakeHost host;
     MessageCatalogue c = catalogue();

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fstream>
+
+#include "frame/settings_lock.hpp"
 #include "platform/qt_settings_store.hpp"
 #include "support/temp_dir.hpp"
 
@@ -45,6 +48,22 @@ TEST(QtSettingsStore, TheTwoRootsAreKeptApartAndPersist) {
     EXPECT_EQ(reopened.read(SettingsRoot::User, "USER", "USER"), "Pat");
     EXPECT_EQ(reopened.read(SettingsRoot::Machine, "FILELOCATIONS", "vdypexe"),
               "/opt/vdyp/vdypbat");
+}
+
+TEST(QtSettingsStore, AMachineRootThatCannotBeWrittenKeepsWhatItHad) {
+    StoreFiles files;
+    // A machine file whose folder is a plain file can never be written, even by root.
+    std::ofstream(files.dir.file("blocked")) << "x";
+    const QString machine = QString::fromStdString(files.dir.file("blocked/machine.ini"));
+    QtSettingsStore store(files.user, machine);
+    store.write(SettingsRoot::Machine, "VDYP", "MAXAGE", "250");
+    EXPECT_EQ(store.read(SettingsRoot::Machine, "VDYP", "MAXAGE"), std::nullopt);
+    EXPECT_EQ(takeSettingsLock(store, SettingsRoot::Machine, "123456"), LockResult::NoAccess);
+    EXPECT_EQ(takeSettingsLock(store, SettingsRoot::User, "123456"), LockResult::Taken);
+
+    // A second copy of the program, over the same files, finds the user lock.
+    QtSettingsStore second(files.user, machine);
+    EXPECT_EQ(takeSettingsLock(second, SettingsRoot::User, "654321"), LockResult::InUse);
 }
 
 TEST(QtSettingsStore, TextWithSeparatorsComesBackWhole) {

@@ -129,6 +129,12 @@ void LoadMessages(MessageCatalogue& catalogue, Host& host, const std::string& pa
     reader.finish();
 }
 
+std::string msgPoly(std::string& helpTag, const MessageCatalogue& catalogue,
+                    const std::string& tag) {
+    helpTag = tag;
+    return GetMessage2(catalogue, tag);
+}
+
 int16_t nmsgbox(const MessageCatalogue& catalogue, Prompt& prompt, const std::string& text,
                 const std::string& list, const std::string& title, int16_t buttons,
                 int16_t defaultButton, int16_t& msgResult) {

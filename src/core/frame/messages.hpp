@@ -42,6 +42,11 @@ std::string GetMessage(const MessageCatalogue& catalogue, const std::string& tag
 // The same for a multi-line help pane: paragraph ends get two "\r\n", list lines one.
 std::string GetMessage2(const MessageCatalogue& catalogue, const std::string& tag);
 
+// Help on focus: makes `tag` the polygon screen's current help tag (`helpTag`) and returns the
+// help pane's text for it (GetMessage2).
+std::string msgPoly(std::string& helpTag, const MessageCatalogue& catalogue,
+                    const std::string& tag);
+
 // The message screen: `text`, a tag or plain text, resolved as GetMessage does; `list` below
 // it; `buttons` a mask of MsgButton; `defaultButton` the index (0 OK .. 3 No) of the focused
 // button. Returns MsgResult, which is also left in `msgResult`.
