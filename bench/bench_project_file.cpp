@@ -38,7 +38,8 @@ struct QuietHost {
     SilentStatus status;
     MemorySettings settings;
     HostViews views;
-    Host host{prompt, status, settings, views};
+    ProcessEnvironment system;
+    Host host{prompt, status, settings, views, system};
 };
 
 class Folder {

@@ -118,7 +118,10 @@ std::string generalNumber(double value, int significant) {
     int exponent = d.pointPosition - 1;
     if (exponent < -4 || exponent >= significant) {
         out += digits.substr(0, 1);
-        if (digits.size() > 1) out += "." + digits.substr(1);
+        if (digits.size() > 1) {
+            out += '.';
+            out += digits.substr(1);
+        }
         std::string power = std::to_string(std::abs(exponent));
         if (power.size() < 2) power.insert(power.begin(), '0');
         return out + (exponent < 0 ? "E-" : "E+") + power;

@@ -36,8 +36,10 @@ void LoadRegLast(Model& m, SettingsStore& settings) {
 
 std::string recentCaption(const Model& m, int index) {
     const std::string& path = m.LastFiles.at(static_cast<std::size_t>(index));
-    if (path.empty()) return "&" + std::to_string(index) + "   -empty-";
-    return "&" + std::to_string(index) + " " + path;
+    std::string caption = "&";
+    caption += std::to_string(index);
+    caption += path.empty() ? "   -empty-" : " " + path;
+    return caption;
 }
 
 }  // namespace arborex
