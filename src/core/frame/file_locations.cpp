@@ -27,6 +27,12 @@ std::string expandVariable(std::string text, const std::string& name, const std:
     return text;
 }
 
+// `relative` under `base`; with no base known (no home folder), under the working folder rather
+// than the root of the file system.
+std::string under(const std::string& base, const std::string& relative) {
+    return base.empty() ? relative : withTrailingSlash(base) + relative;
+}
+
 struct ProgramFile {
     int index;
     const char* key;
@@ -66,7 +72,7 @@ bool GetAppPath(Model& m, Host& host, const std::string& programFolder) {
 
 void DefaultPaths(Model& m, Host& host) {
     SystemEnvironment& env = host.system;
-    m.Paths[UserTemp] = env.variable("APPDATA") + "/" + "Arborex/temp/";
+    m.Paths[UserTemp] = under(env.variable("APPDATA"), "Arborex/temp/");
 
     std::string shared = getRegStr(host.settings, kLocations, "DefaultUserDocuments", "", true);
     shared = expandVariable(shared, "%UserName%", env.variable("USERNAME"));
