@@ -1,7 +1,8 @@
 // make_sample: writes the bundled sample project, a woodlot of fifteen stands in the Cariboo
-// with plain inventory and no curves yet, so that every build produces the same bytes.
+// with their inventory and current yield curves from the growth generator, so that every
+// build produces the same bytes. The VDYP species table gives the deciduous species.
 //
-//   make_sample [OUT]      OUT defaults to samples/sample.arx
+//   make_sample [OUT [DATA]]   OUT defaults to samples/sample.arx, DATA to data
 
 #include <array>
 #include <cstdint>
@@ -17,9 +18,13 @@
 #include "frame/dates.hpp"
 #include "frame/errors.hpp"
 #include "frame/host.hpp"
+#include "frame/numeric.hpp"
+#include "growth/growth_model.hpp"
 #include "model/colours.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
+#include "model/reference_tables.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace {
 
@@ -64,6 +69,7 @@ struct Stand {
     float roadArea;             // ha
     std::vector<Species> vdyp;  // sums to 100
     std::vector<Species> tipsy;
+    float thinned = 0.0f;  // share of the volume a commercial thin at kThinAge takes, 0 for none
 };
 
 // Lodgepole pine on the plateau, Douglas-fir on the dry slopes, spruce and subalpine fir in the
@@ -94,7 +100,7 @@ const std::vector<Stand>& stands() {
         {"93B046 012", 44.0f, 110, 16.5f, 25, 55, "H", "0", Natural,       0, 0.9f,
          {{"SX", 40}, {"PL", 40}, {"BL", 20}},    {{"SX", 60}, {"PL", 40}}},
         {"93B046 013",  9.6f,  35, 23.0f, 12, 35, "I", "1", Managed,       0, 0.0f,
-         {{"PL", 90}, {"SX", 10}},                {{"PL", 90}, {"SX", 10}}},
+         {{"PL", 90}, {"SX", 10}},                {{"PL", 90}, {"SX", 10}}, 0.3f},
         {"93B046 014", 21.3f, 160, 13.5f, 23, 40, "I", "0", Natural,       0, 0.2f,
          {{"FD", 80}, {"PL", 20}},                {{"FD", 80}, {"PL", 20}}},
         {"93B046 015", 33.2f,  55, 24.0f, 21, 60, "I", "0", Natural,       0, 0.6f,
@@ -110,6 +116,7 @@ const std::vector<Stand>& stands() {
 
 constexpr float kUtilisation = 12.5f;  // cm, the interior's close utilisation level
 constexpr int32_t kPlantingDensity = 1600;
+constexpr int kThinAge = 43;
 
 // Fixed dates, so that the file does not change from one run to the next. Functions, not
 // globals: the date conversion must not run before its own statics are set up.
@@ -175,6 +182,86 @@ void fillStand(Model& m, int p, const Stand& stand) {
     }
 }
 
+// Tenths, as the curve store keeps them; a value past its top is held there.
+int16_t tenths(float value) {
+    return toI2(clamp32767(roundHalfEven(static_cast<double>(value) * 10.0)));
+}
+
+YieldRow yieldRow(const growth::CurvePoint& point) {
+    return {tenths(point.diameter), tenths(point.volume), tenths(point.height), point.mai};
+}
+
+std::vector<growth::SpeciesShare> shares(const Model& m, const std::vector<Species>& list,
+                                         bool tipsy) {
+    std::vector<growth::SpeciesShare> result;
+    for (const Species& species : list) {
+        const auto row = static_cast<std::size_t>(tipsy ? FindTSpecIdx(m.Ref, species.code)
+                                                        : FindVSpecIdx(m.Ref, species.code));
+        const SpeciesRec& rec = tipsy ? m.Ref.SpeciesT.at(row) : m.Ref.SpeciesV.at(row);
+        result.push_back({species.code, species.percent, rec.Deciduous != 0});
+    }
+    return result;
+}
+
+// The natural stand's curve on the VDYP grid, with its species split.
+void fillVdypCurve(Model& m, int p, const Stand& stand) {
+    growth::StandInputs inputs;
+    inputs.siteIndex = stand.siteIndex;
+    inputs.species = shares(m, stand.vdyp, false);
+    inputs.utilisation = kUtilisation;
+    inputs.crownClosure = stand.closure;
+    const ProjectSettings& s = m.Settings;
+    for (int k = 0; k <= s.YieldRows[0]; ++k) {
+        const growth::CurvePoint point =
+            growth::naturalStandAt(inputs, s.YieldMinAge[0] + k * s.YieldIncAge[0]);
+        m.VYield(p, k) = yieldRow(point);
+        for (std::size_t slot = 0; slot < 6; ++slot)
+            m.VMix(p, k)[slot] = tenths(point.speciesVolume[slot]);
+    }
+}
+
+// The planted stand's curve on the TIPSY grid, thinned where the stand says so.
+void fillTipsyCurve(Model& m, int p, const Stand& stand) {
+    const PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
+    growth::StandInputs inputs;
+    inputs.siteIndex = poly.TI[0];
+    inputs.species = shares(m, stand.tipsy, true);
+    inputs.utilisation = kUtilisation;
+    inputs.density = kPlantingDensity;
+    inputs.oaf1 = m.Settings.OAF1;
+    inputs.oaf2 = m.Settings.OAF2;
+    const growth::CommercialThin thin{kThinAge, stand.thinned};
+    const ProjectSettings& s = m.Settings;
+    for (int k = 0; k <= s.YieldRows[1]; ++k) {
+        const int age = s.YieldMinAge[1] + k * s.YieldIncAge[1];
+        m.TYield(p, k) = yieldRow(stand.thinned > 0.0f ? growth::thinnedStandAt(inputs, thin, age)
+                                                       : growth::managedStandAt(inputs, age));
+    }
+    if (stand.thinned <= 0.0f) return;
+    const growth::ThinRecord record = growth::thinRecord(inputs, thin);
+    PolyMgmt& mgmt = m.PolyM[static_cast<std::size_t>(p)];
+    mgmt.COMTHIN = 1;
+    mgmt.TIPSYCACHE = {static_cast<int16_t>(record.age), tenths(record.volCut),
+                       tenths(record.volBefore),         tenths(record.volAfter),
+                       tenths(record.diaBefore),         tenths(record.diaAfter),
+                       tenths(record.htBefore),          tenths(record.htAfter)};
+}
+
+// The curves that the stand's managements use, as the yield run would leave them: every stand
+// is planted after harvest (TIPSY), only the natural ones have a VDYP curve for now.
+void fillCurves(Model& m, int p, const Stand& stand) {
+    PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
+    if (stand.existing == Natural) {
+        fillVdypCurve(m, p, stand);
+        poly.VSICALC = stand.siteIndex;
+        m.PolyC[static_cast<std::size_t>(p)].VCCCALC = static_cast<float>(stand.closure);
+        poly.YIELDSTATE[0] = 2;
+    }
+    fillTipsyCurve(m, p, stand);
+    poly.TSICALC = poly.TI[0];
+    poly.YIELDSTATE[1] = 2;
+}
+
 void buildSample(Model& m) {
     ResetVars(m);
     SetDefaults(m);
@@ -182,7 +269,11 @@ void buildSample(Model& m) {
     const int count = static_cast<int>(stands().size());
     ResizePolygonArrays(m, count);
     m.LastPoly = static_cast<int16_t>(count - 1);
-    for (int p = 0; p < count; ++p) fillStand(m, p, stands()[static_cast<std::size_t>(p)]);
+    for (int p = 0; p < count; ++p) {
+        fillStand(m, p, stands()[static_cast<std::size_t>(p)]);
+        fillCurves(m, p, stands()[static_cast<std::size_t>(p)]);
+    }
+    UpdateYields(m);  // confirms the curves and works out their harvest ages
 
     ProjectHeader& h = m.Header;
     h.Licence = "A12345";
@@ -214,15 +305,20 @@ void restoreLastDate(const std::string& path) {
 
 int main(int argc, char** argv) {
     const std::string path = argc > 1 ? argv[1] : "samples/sample.arx";
+    const std::string data = argc > 2 ? argv[2] : "data";
     try {
-        auto m = std::make_unique<Model>();
-        buildSample(*m);
         UnattendedPrompt prompt;
         SilentStatus status;
         MemorySettings settings;
         HostViews views;
         ProcessEnvironment system;
         Host host{prompt, status, settings, views, system};
+        auto m = std::make_unique<Model>();
+        LoadSpeciesV(m->Ref, host, data + "/SPECIESV.DAT");
+        LoadSpeciesT(m->Ref, host, data + "/SPECIEST.DAT");
+        if (m->Ref.SpeciesVCount == 0 || m->Ref.SpeciesTCount == 0)
+            throw ArborexError(ErrFileNotFound, data + ": no species tables");
+        buildSample(*m);
         // A former sample would be kept as a .bak beside the new one; it is not wanted.
         std::filesystem::remove(path);
         SaveArx(*m, host, path, kCurrentFileVersion, false);

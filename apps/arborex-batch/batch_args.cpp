@@ -8,7 +8,8 @@ namespace arborex::batch {
 namespace {
 
 bool takesValue(std::string_view flag) {
-    return flag == "--remove-mapsheet" || flag == "--version" || flag == "--data";
+    return flag == "--remove-mapsheet" || flag == "--version" || flag == "--data" ||
+           flag == "--model";
 }
 
 Answer yesNo(const std::string& value) {
@@ -23,6 +24,12 @@ int16_t fileVersion(const std::string& value) {
     throw UsageError("--version must be 3226, 200 or 111, not '" + value + "'");
 }
 
+int16_t curveModel(const std::string& value) {
+    if (value == "0") return 0;
+    if (value == "1") return 1;
+    throw UsageError("--model must be 0 (VDYP) or 1 (TIPSY), not '" + value + "'");
+}
+
 void apply(BatchOptions& options, const std::string& flag, const std::string& value) {
     if (flag == "--json")
         options.json = true;
@@ -34,6 +41,8 @@ void apply(BatchOptions& options, const std::string& flag, const std::string& va
         options.version = fileVersion(value);
     else if (flag == "--data")
         options.dataFolder = value;
+    else if (flag == "--model")
+        options.model = curveModel(value);
 }
 
 }  // namespace

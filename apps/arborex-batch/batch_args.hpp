@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -25,6 +26,7 @@ struct BatchOptions {
     Answer removeMapsheet = Answer::No;  // --remove-mapsheet yes|no
     int16_t version = 3226;              // --version 3226|200|111
     std::string dataFolder;              // --data DIR: the reference data, else the installed
+    std::optional<int16_t> model;        // --model 0|1: a curve model, else the command's choice
 };
 
 // Reads `args` (the words after the command) into options. A flag takes its value as the next

@@ -1,56 +1,20 @@
 #include "batch_commands.hpp"
 
 #include <exception>
-#include <memory>
 #include <ostream>
 
 #include "batch_args.hpp"
 #include "batch_host.hpp"
+#include "batch_project.hpp"
+#include "curve_commands.hpp"
 #include "frame/error_handler.hpp"
 #include "frame/errors.hpp"
-#include "frame/file_locations.hpp"
-#include "frame/file_names.hpp"
-#include "frame/startup.hpp"
 #include "model/project_file.hpp"
 #include "project_summary.hpp"
 
 namespace arborex::batch {
 
 namespace {
-
-constexpr const char* kProgram = "arborex-batch";
-
-void requireOperands(const BatchOptions& options, std::size_t count, const std::string& form) {
-    if (options.operands.size() != count)
-        throw UsageError("usage: " + std::string(kProgram) + " " + form);
-    for (const std::string& operand : options.operands)
-        if (operand.empty()) throw UsageError("an empty file name in: " + form);
-}
-
-// A fresh model with the program's defaults and the reference data, as the desktop program has
-// it before a load. Without the species table of TIPSY the program does not run.
-std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options) {
-    auto m = std::make_unique<Model>();
-    setProgramDefaults(*m);
-    const std::string folder =
-        options.dataFolder.empty() ? installedDataFolder() : withTrailingSlash(options.dataFolder);
-    if (findFileNoCase(folder, "speciest.dat").empty())
-        throw ArborexError(ErrFileNotFound,
-                           folder + "speciest.dat (give the reference data's folder with --data)");
-    m->Paths[ArborexFolder] = folder;
-    LoadReferenceData(*m, batch.host());
-    return m;
-}
-
-// LoadARX through the batch host; on failure writes the one error line, built from the box
-// that the failed load showed.
-bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostream& err) {
-    if (LoadARX(m, batch.host(), path)) return true;
-    std::string reason = batch.prompt().lastMessage();
-    if (reason.empty()) reason = "not a project";
-    err << kProgram << ": cannot load " << path << ": " << reason << '\n';
-    return false;
-}
 
 // The reason of a failure: its text, and its detail unless that only names `path` (or the
 // temporary file a save writes beside it), which the line names already.
@@ -75,21 +39,29 @@ std::string usageText() {
            "          [--data DIR]\n"
            "      Load the project IN and write it to OUT in the given file version\n"
            "      (default 3226). OUT's former file is kept as OUT with the extension .bak.\n"
+           "  ages PROJECT [--json] [--quiet] [--data DIR]\n"
+           "      Show every polygon's calculated harvest ages under both curve models\n"
+           "      (VDYP and TIPSY), below the project's harvest criteria.\n"
+           "  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] [--data DIR]\n"
+           "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
+           "      the polygon's name or, if no name matches, its index from 0.\n"
            "  --help\n"
            "      Show this text.\n"
            "\n"
            "Options:\n"
-           "  --json                     info as JSON instead of text\n"
+           "  --json                     info, ages and curve as JSON instead of text\n"
            "  --remove-mapsheet yes|no   the answer to \"Remove mapsheet identifier?\", asked "
            "when\n"
            "                             a file older than version 3001 loads (default no)\n"
            "  --version 3226|200|111     the file version convert writes\n"
+           "  --model 0|1                the curve model curve shows, 0 VDYP or 1 TIPSY\n"
+           "                             (default the model of the polygon's management)\n"
            "  --quiet                    leave out the notes that loading shows\n"
            "  --data DIR                 the folder of the reference data (species tables,\n"
            "                             messages); by default the installed one\n"
            "\n"
-           "Exit status: 0 done, 1 a project could not be loaded or saved, 2 a wrong command "
-           "line.\n";
+           "Exit status: 0 done, 1 a project could not be loaded, saved or read, 2 a wrong\n"
+           "command line.\n";
 }
 
 int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -150,6 +122,8 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         }
         if (command == "info") return runInfo(rest, out, err);
         if (command == "convert") return runConvert(rest, out, err);
+        if (command == "ages") return runAges(rest, out, err);
+        if (command == "curve") return runCurve(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";

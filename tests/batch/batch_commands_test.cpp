@@ -4,13 +4,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "batch_host.hpp"
+#include "batch_run.hpp"
 #include "frame/dates.hpp"
 #include "json_check.hpp"
 #include "model/project_file.hpp"
@@ -20,31 +19,9 @@
 namespace arborex::batch {
 namespace {
 
-struct RunResult {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
-
-// Runs a command; info and convert read the reference data of the source tree.
-RunResult run(std::vector<std::string> args) {
-    const bool readsData = !args.empty() && (args[0] == "info" || args[0] == "convert");
-    if (readsData && std::find(args.begin(), args.end(), "--data") == args.end()) {
-        args.push_back("--data");
-        args.push_back(std::string(ARBOREX_SOURCE_DIR) + "/data");
-    }
-    std::ostringstream out;
-    std::ostringstream err;
-    RunResult result;
-    result.code = runBatch(args, out, err);
-    result.out = out.str();
-    result.err = err.str();
-    return result;
-}
-
-int lineCount(const std::string& text) {
-    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
-}
+using test::lineCount;
+using test::run;
+using test::RunResult;
 
 // Three polygons; the first carries curves, the second a name with a quote and a Latin-1 byte.
 void writeProject(const std::string& path) {

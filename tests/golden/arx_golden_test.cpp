@@ -10,6 +10,7 @@
 #include "model/project_file.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 namespace {
@@ -292,6 +293,15 @@ TEST_F(ArxGolden, Version111RoundTripFillsWhatTheVersionLacks) {
     }
     expected.VYield.assign(3, 5);
     expected.TYield.assign(3, 3);
+    // Nothing is deleted in a file of this age and no polygon has criteria of its own, so
+    // loading works out every polygon's harvest ages afresh, from the curves it threw away.
+    for (PolyCalc& calc : expected.PolyC) {
+        calc.DELETE = 0;
+        calc.MINCUTAGE = {-1, -1};
+        calc.MINCUTVOL = calc.MINCUTDBH = {-1.0f, -1.0f};
+    }
+    calcAllCutAges(expected, 0);
+    calcAllCutAges(expected, 1);
     EXPECT_TRUE(matches(buildArxImage(expected, 111), buildArxImage(loaded, 111).bytes()));
     EXPECT_EQ(loaded.Calc.inputs.SavedCut, (std::array<int16_t, 4>{1, 1, 1, 1}));
     EXPECT_EQ(loaded.PolyC[2].SORT, 2);

@@ -1,12 +1,28 @@
 #pragma once
-// Calculated harvest ages of every polygon under one curve model.
+// Calculated harvest ages: a stand is cut no sooner than its minimum age, the first ages with
+// the minimum diameter and volume, and the culmination of its MAI, whichever comes last. The
+// project's criteria (MINAGE, MINVOL, MINDIA) apply wherever a polygon's own value is -1 or
+// exactly -1.0, taken at the moment of use. An age of 999 (never) flows through unfiltered.
+
+#include <cstdint>
+#include <string>
 
 #include "model/model.hpp"
 
 namespace arborex {
 
-// Recomputes HarvAge(p, model) for every polygon from its curve of that model (0 VDYP,
-// 1 TIPSY). Until curve queries exist the stored ages stand.
-void calcAllCutAges(Model& m, int model);
+// VolAge, DiaAge, ConstraintAge and HarvestAge of HarvAge(polygon, model) from the stored
+// MaiAge, which a calcAllCutAges (or the caller) must have set.
+void CalcCutAge(Model& m, int16_t polygon, int16_t model);
+// Every field of HarvAge(p, model) for every polygon that is not deleted, whether or not it
+// uses that model.
+void calcAllCutAges(Model& m, int16_t model);
+// After a change of the criteria: both models' ages, then YIELDSTATE 3 for every live curve of
+// state 2 or more that has volume at the top of its grid.
+void UpdateYields(Model& m);
+
+// Clamps the number in a numeric text field to low..high (low first, then high; text that is
+// not a number counts as 0) and writes it back with `decimals` places.
+void minMax(std::string& text, float low, float high, int16_t decimals);
 
 }  // namespace arborex

@@ -1,0 +1,42 @@
+#include "batch_project.hpp"
+
+#include <ostream>
+
+#include "frame/errors.hpp"
+#include "frame/file_locations.hpp"
+#include "frame/file_names.hpp"
+#include "frame/startup.hpp"
+#include "model/project_file.hpp"
+
+namespace arborex::batch {
+
+void requireOperands(const BatchOptions& options, std::size_t count, const std::string& form) {
+    if (options.operands.size() != count)
+        throw UsageError("usage: " + std::string(kProgram) + " " + form);
+    for (const std::string& operand : options.operands)
+        if (operand.empty()) throw UsageError("an empty operand in: " + form);
+}
+
+// Without the species table of TIPSY the program does not run.
+std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options) {
+    auto m = std::make_unique<Model>();
+    setProgramDefaults(*m);
+    const std::string folder =
+        options.dataFolder.empty() ? installedDataFolder() : withTrailingSlash(options.dataFolder);
+    if (findFileNoCase(folder, "speciest.dat").empty())
+        throw ArborexError(ErrFileNotFound,
+                           folder + "speciest.dat (give the reference data's folder with --data)");
+    m->Paths[ArborexFolder] = folder;
+    LoadReferenceData(*m, batch.host());
+    return m;
+}
+
+bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostream& err) {
+    if (LoadARX(m, batch.host(), path)) return true;
+    std::string reason = batch.prompt().lastMessage();
+    if (reason.empty()) reason = "not a project";
+    err << kProgram << ": cannot load " << path << ": " << reason << '\n';
+    return false;
+}
+
+}  // namespace arborex::batch

@@ -1,0 +1,32 @@
+#pragma once
+// What every command that reads a project does first: check its operands, make a model with
+// the program's defaults and the reference data, and load the project through the batch host.
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+#include "batch_args.hpp"
+#include "batch_host.hpp"
+#include "model/model.hpp"
+
+namespace arborex::batch {
+
+inline constexpr const char* kProgram = "arborex-batch";
+
+// Throws UsageError, quoting the command's `form`, unless there are exactly `count` operands,
+// none of them empty.
+void requireOperands(const BatchOptions& options, std::size_t count, const std::string& form);
+
+// A fresh model with the program's defaults and the reference data of --data (else the
+// installed one), as the desktop program has it before a load. Throws ArborexError
+// ErrFileNotFound when that folder has no species table of TIPSY.
+std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options);
+
+// LoadARX through the batch host. On failure writes the one line "arborex-batch: cannot load
+// <path>: <reason>" to `err`, the reason taken from the box that the failed load showed, and
+// returns false.
+bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostream& err);
+
+}  // namespace arborex::batch

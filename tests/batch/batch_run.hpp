@@ -1,0 +1,42 @@
+#pragma once
+// Runs a batch command line in-process, as the program's main() would, and keeps what it wrote.
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "batch_commands.hpp"
+
+namespace arborex::test {
+
+struct RunResult {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+// Commands that read a project get the reference data of the source tree unless the command
+// line names a folder.
+inline RunResult run(std::vector<std::string> args) {
+    static const std::vector<std::string> kReadProjects = {"info", "convert", "ages", "curve"};
+    const bool readsData = !args.empty() && std::find(kReadProjects.begin(), kReadProjects.end(),
+                                                      args[0]) != kReadProjects.end();
+    if (readsData && std::find(args.begin(), args.end(), "--data") == args.end()) {
+        args.push_back("--data");
+        args.push_back(std::string(ARBOREX_SOURCE_DIR) + "/data");
+    }
+    std::ostringstream out;
+    std::ostringstream err;
+    RunResult result;
+    result.code = batch::runBatch(args, out, err);
+    result.out = out.str();
+    result.err = err.str();
+    return result;
+}
+
+inline int lineCount(const std::string& text) {
+    return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+}  // namespace arborex::test
