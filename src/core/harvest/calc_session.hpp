@@ -20,6 +20,24 @@
 
 namespace arborex {
 
+// Harvest methods, as blocks, entries and reports number them.
+inline constexpr int16_t kMethodClearcut = 1;
+inline constexpr int16_t kMethodFirstPartial = 2;
+inline constexpr int16_t kMethodNextPartial = 3;
+inline constexpr int16_t kMethodThin = 4;
+inline constexpr int16_t kMethodRoad = 5;
+inline constexpr int16_t kMethodNSR = 6;
+inline constexpr int16_t kMethodNC = 7;
+
+// A block's Status while it waits; every step that finishes a block adds kFinishedStep.
+inline constexpr int16_t kStatusWaiting = 1;
+inline constexpr int16_t kStatusReentry = 2;
+inline constexpr int16_t kStatusQueued = 3;
+inline constexpr int16_t kStatusRelaxed = 4;
+inline constexpr int16_t kStatusNSR = 6;
+inline constexpr int16_t kStatusLaterNC = 7;
+inline constexpr int16_t kFinishedStep = 16;
+
 // One row of a harvest order list: its text and the polygon it stands for (its item data).
 struct OrderRow {
     std::string text;

@@ -24,8 +24,16 @@ void AddPolyToSort(CalcSession& s, int16_t polygon, int16_t& list, std::string& 
 // SortMethod: -2 custom, -1 default, 0..6 a sort entry.
 void setSortMethod(CalcSession& s, int16_t method);
 
-// The lead species as the order list shows it: VS or TS slot 0, "NC" or "NSR".
+// The caption over the order lists (lblTitle) for OrderColumn 0 age, 1 MAI, 2 site index,
+// 3 lead species; empty for any other value.
+std::string orderTitle(int16_t orderColumn);
+// The lead species as the order list shows it: the first two characters of VS or TS slot 0
+// (blanks kept), "NC" or "NSR"; empty for an unknown management.
 std::string leadSpecies(const Model& m, int16_t polygon);
+// The age at which polygon p is due under its existing management: HAR1, or the computed
+// harvest age of that curve model when HAR1 is -1. Throws ErrSubscript for a management other
+// than VDYP or TIPSY (callers deal with NC and NSR first).
+int16_t existingTargetAge(const Model& m, int16_t polygon);
 // Stable descending bubble sort of CutOrder by CutOrderKey, rows 0..CutOrderLast.
 void sortCutOrder(Model& m);
 

@@ -1,0 +1,239 @@
+// The annual loop on small land bases of straight-line stands (2 m3/ha per year of age unless a
+// test says otherwise), with the clock fixed at 2030.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "frame/errors.hpp"
+#include "harvest/queue_order.hpp"
+#include "harvest/simulation.hpp"
+#include "model/arx_records.hpp"
+#include "support/calc_fixture.hpp"
+#include "support/temp_dir.hpp"
+
+namespace arborex {
+namespace {
+
+using test::CalcFixture;
+using test::TestStand;
+
+// The fixture with its included list taken from the screen, as cmdCalculate leaves it.
+struct Land : CalcFixture {
+    explicit Land(const std::vector<TestStand>& stands, int16_t horizon = 10)
+        : CalcFixture(stands) {
+        m.Settings.SPLIT = 10.0f;
+        m.Calc.CalcHorizon = horizon;
+        prepare();
+        SetCutOrder(session);
+    }
+    const Block& block(int b) const { return m.Calc.BlockList[b]; }
+    int16_t simulate(int16_t mode, double rate) {
+        this->run.HarvestRate = rate;
+        int16_t failed = 0;
+        AVAC(session, mode, failed);
+        return failed;
+    }
+    float volumeCut(int offset) const {
+        const YearRec& y = m.Calc.YearTable[offset];
+        return y.VolConifer + y.VolDeciduous;
+    }
+};
+
+TEST(SetupCut, SplitsAtSplitAndNetsDownPiecesAndRoads) {
+    Land land({{"BIG", 25.0f, 100}, {"ROAD", 10.0f, 100}});
+    land.m.PolyM[1].ROADAREA = 1.0f;
+    SetupCut(land.session);
+    ASSERT_EQ(land.m.Calc.BlockLast, 3);
+    EXPECT_FLOAT_EQ(land.block(0).Area, 10.0f);
+    EXPECT_FLOAT_EQ(land.block(1).Area, 10.0f);
+    EXPECT_FLOAT_EQ(land.block(2).Area, 5.0f);
+    EXPECT_EQ(land.block(2).Polygon, 0);
+    EXPECT_EQ(land.block(0).DueYear, 2030 - 100 + 80);
+    EXPECT_EQ(land.block(0).StandYear, 1930);
+    EXPECT_EQ(land.block(0).Road, 0);
+
+    land.screen.chkConNetDown = true;  // "15"
+    SetupCut(land.session);
+    const Block& roaded = land.block(3);
+    ASSERT_EQ(roaded.Road, 1);
+    EXPECT_NEAR(roaded.Area, 7.65f, 1e-5f);
+    EXPECT_NEAR(land.m.Calc.RoadList[1].RoadArea, 0.85f, 1e-6f);
+    EXPECT_EQ(land.m.Calc.RoadList[1].RoadBlock, 3);
+    EXPECT_EQ(land.m.Calc.RoadList[1].RoadYear, roaded.StandYear);
+    EXPECT_NEAR(land.m.Calc.NetArea, 35.0f * 0.85f, 1e-4f);
+}
+
+TEST(SetupCut, SkipsBadPolygonsOnceAndCountsThemInTheNetArea) {
+    Land land({{"GOOD", 10.0f, 100}, {"NOAGE", 4.0f, 100}, {"OTHER", 6.0f, 100}});
+    land.m.Poly[1].HAR[0] = 0;
+    land.m.PolyC[2].OWNERSHIP = 1;
+    land.screen.chkCut[1] = false;
+    SetCutOrder(land.session);
+    land.run.FirstSetup = true;
+    SetupCut(land.session);
+    EXPECT_EQ(land.m.Calc.BlockLast, 0);  // neither the skipped nor the unticked polygon
+    EXPECT_FLOAT_EQ(land.m.Calc.NetArea, 14.0f);
+    ASSERT_EQ(land.host.prompt.shown.size(), 1u);
+    EXPECT_EQ(land.host.prompt.shown[0].title, "Skip Polygons");
+    EXPECT_NE(land.host.prompt.shown[0].text.find("NOAGE\r\n    Harvest Age = 0\r\n"),
+              std::string::npos);
+    SetupCut(land.session);  // later trials run silently
+    EXPECT_EQ(land.host.prompt.shown.size(), 1u);
+}
+
+TEST(ChooseBlock, QueuesPassedBlocksAndRelaxesByDueYear) {
+    Land land({{"A", 10.0f, 40}, {"B", 10.0f, 40}, {"C", 10.0f, 40}});
+    SetupCut(land.session);
+    land.run.CurYear = 2030;
+    auto& blocks = land.m.Calc.BlockList;
+    blocks[0].DueYear = 2036;
+    blocks[1].DueYear = 2033;
+    blocks[2].DueYear = 2033;
+    land.run.Relax = 2;
+    EXPECT_EQ(ChooseBlock(land.session), -1);
+    EXPECT_EQ(land.run.QueueLast, 2);
+    EXPECT_EQ(blocks[0].Status, 3);
+
+    // Due in 3 years, two of them: the first in list order; due in 6 is out of reach.
+    land.run.Relax = 5;
+    EXPECT_EQ(ChooseBlock(land.session), 1);
+    EXPECT_EQ(land.m.Calc.BlockList[1].Status, 4);
+    EXPECT_EQ(land.run.CutQueue[1], kQueueTaken);
+    EXPECT_EQ(land.m.Calc.BlockList[1].NextBlock, 3);  // planted at once
+    EXPECT_EQ(ChooseBlock(land.session), 2);
+    EXPECT_EQ(ChooseBlock(land.session), -1);
+
+    // The queue serves what fell due, in the order it was passed; due this year counts.
+    land.run.CurYear = 2036;
+    EXPECT_EQ(ChooseBlock(land.session), 0);
+    EXPECT_EQ(land.run.CutQueue[0], kQueueTaken);
+}
+
+TEST(ChooseBlock, RelaxReachesFiveYearsAndNotSix) {
+    Land land({{"A", 10.0f, 40}});
+    SetupCut(land.session);
+    land.run.CurYear = 2030;
+    land.run.Relax = 5;
+    land.m.Calc.BlockList[0].DueYear = 2036;
+    EXPECT_EQ(ChooseBlock(land.session), -1);
+    land.m.Calc.BlockList[0].DueYear = 2035;
+    EXPECT_EQ(ChooseBlock(land.session), 0);
+}
+
+TEST(IncrementYear, TakesTheInventoryAndTestsTheConstraints) {
+    Land land({{"OLD", 10.0f, 100}, {"YOUNG", 5.0f, 30}});
+    SetupCut(land.session);
+    land.run.CurYear = land.run.StartYear;
+    land.run.EndYear = 2040;
+    land.m.Calc.YearTable.resize(10);
+    land.run.HarvestRate = 700.4;
+    IncrementYear(land.session, -1);
+    const YearRec& y = land.m.Calc.YearTable[0];
+    EXPECT_FLOAT_EQ(y.InvArea, 15.0f);
+    EXPECT_FLOAT_EQ(y.MatureCon, 10.0f * 200.0f);
+    EXPECT_FLOAT_EQ(y.ImmatureCon, 5.0f * 60.0f);
+    EXPECT_FLOAT_EQ(y.InvVolume, 2300.0f);
+    EXPECT_FLOAT_EQ(y.AgeClassArea[5], 10.0f);
+    EXPECT_FLOAT_EQ(y.AgeClassArea[2], 5.0f);
+    EXPECT_FALSE(land.run.ConstraintBroken);  // both boxes unticked: never broken
+    EXPECT_EQ(land.run.VolLeft, 700);
+    EXPECT_EQ(land.run.CurYear, 2030);  // the first call holds the clock
+
+    // 10 of 15 ha are 100 or older: 66.7%, under a requirement of 67%.
+    land.screen.chkConAge = true;
+    land.screen.txtAge = "100";
+    land.screen.txtAgePerc = "67";
+    IncrementYear(land.session, 0);
+    EXPECT_TRUE(land.run.ConstraintBroken);
+    EXPECT_EQ(land.run.CurYear, 2031);
+    land.screen.txtAgePerc = "66";
+    IncrementYear(land.session, 0);
+    EXPECT_FALSE(land.run.ConstraintBroken);
+
+    // Nothing left standing: the ratios cannot be formed.
+    for (Block& b : land.m.Calc.BlockList) b.CutFraction = 1.0f;
+    try {
+        IncrementYear(land.session, 0);
+        FAIL() << "no failure";
+    } catch (const ArborexError& e) {
+        EXPECT_EQ(e.number(), ErrDivisionByZero);
+    }
+}
+
+TEST(AVAC, RateOfZeroStaysOnTheFirstBlockAndCutsNothing) {
+    Land land({{"A", 10.0f, 100}, {"B", 10.0f, 100}});
+    EXPECT_EQ(land.simulate(kTrialRun, 0.0), 0);
+    EXPECT_EQ(land.run.CurYear, 2041);
+    EXPECT_EQ(land.m.Calc.CutCount, 1);
+    for (int y = 0; y <= 10; ++y) EXPECT_EQ(land.volumeCut(y), 0.0f);
+    EXPECT_EQ(land.block(1).Status, 1);  // never reached
+}
+
+// Three 10 ha stands past the top of their curves: 3,000 m3 each, for good.
+TEST(AVAC, FinalRunDropsTheFirstAllowanceAndRevisitsBlocksFinishedExactly) {
+    Land land({{"A", 10.0f, 310, 0, 0, 1.0f},
+               {"B", 10.0f, 310, 0, 0, 1.0f},
+               {"C", 10.0f, 310, 0, 0, 1.0f}});
+    land.run.DelayYears = 1;
+    EXPECT_EQ(land.simulate(kFinalRun, 2000.0), 0);
+    EXPECT_EQ(land.observer.finalRuns, 1);
+    EXPECT_EQ(land.run.ResultsValid, 1);
+    EXPECT_EQ(land.m.Calc.inputs.SavedVolRate, 2000);
+    const float expected[] = {0, 2000, 2000, 2000, 2000, 1000, 0};
+    for (int y = 0; y <= 6; ++y) EXPECT_FLOAT_EQ(land.volumeCut(y), expected[y]) << y;
+    // B runs out in year 3 exactly with the allowance: it is visited again in year 4 with
+    // nothing left to cut, which finishes it a second time. A and C end with allowance left.
+    EXPECT_EQ(land.block(0).Status, 1 + 16);
+    EXPECT_EQ(land.block(1).Status, 1 + 16 + 16);
+    EXPECT_EQ(land.block(2).Status, 1 + 16);
+    EXPECT_EQ(land.m.Calc.YearTable[2].NumPolygons, 2);
+    EXPECT_EQ(land.m.Calc.YearTable[4].NumPolygons, 2);
+    EXPECT_EQ(land.m.Calc.YearTable[5].NumPolygons, 1);
+}
+
+TEST(AVAC, TrialsStopWithTheirFailureWord) {
+    Land land({{"A", 10.0f, 100}, {"B", 10.0f, 30}});
+    EXPECT_EQ(land.simulate(kTrialRun, 2000.0), -1);
+    EXPECT_EQ(land.run.LastError, "Nothing Harvestable");
+    EXPECT_EQ(land.run.CurYear, 2031);
+
+    // Failing on the very first inventory cuts nothing.
+    land.screen.chkConHeight = true;
+    land.screen.txtHeight = "150";
+    land.screen.txtHeightPerc = "60";
+    EXPECT_EQ(land.simulate(kTrialRun, 100.0), -1);
+    EXPECT_EQ(land.run.LastError, "Constraints");
+    EXPECT_EQ(land.m.Calc.CutCount, 0);
+    EXPECT_EQ(land.volumeCut(0), 0.0f);
+}
+
+// The tables as the project file writes them.
+std::string tableBytes(const Model& m, const std::string& path) {
+    {
+        ByteWriter w(path);
+        for (int b = 0; b <= m.Calc.BlockLast; ++b) arx::write(w, m.Calc.BlockList[b]);
+        for (int c = 1; c <= m.Calc.CutCount; ++c) arx::write(w, m.Calc.CutList[c]);
+        for (int y = 0; y <= m.Calc.CalcHorizon; ++y) arx::write(w, m.Calc.YearTable[y]);
+    }
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+TEST(AVAC, TwoIdenticalRunsLeaveIdenticalTables) {
+    test::TempDir dir;
+    Land land({{"A", 25.0f, 100}, {"B", 10.0f, 60, 0, 1}, {"C", 7.0f, 75}}, 60);
+    land.m.PolyM[0].ROADAREA = 2.0f;
+    land.screen.chkConNetDown = true;
+    EXPECT_EQ(land.simulate(kFinalRun, 900.0), 0);
+    const std::string first = tableBytes(land.m, dir.file("first"));
+    EXPECT_EQ(land.simulate(kFinalRun, 900.0), 0);
+    EXPECT_GT(land.m.Calc.CutCount, 5);
+    EXPECT_EQ(tableBytes(land.m, dir.file("second")), first);
+}
+
+}  // namespace
+}  // namespace arborex
