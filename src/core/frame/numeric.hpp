@@ -17,6 +17,9 @@ int16_t toI2(long long value);
 int32_t toI4(long long value);
 int16_t toI2(int value);
 
+// numerator / denominator stored to a float. A zero divisor fails as the arithmetic does:
+// ErrDivisionByZero, or ErrOverflow for 0 / 0 and for a result beyond the float range.
+float quotient(double numerator, double denominator);
 // Values above 32767 become 32767; used where curve values are stored.
 double clamp32767(double value);
 

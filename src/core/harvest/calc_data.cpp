@@ -1,6 +1,7 @@
 #include "harvest/calc_data.hpp"
 
 #include "frame/display_format.hpp"
+#include "frame/number_text.hpp"
 #include "frame/numeric.hpp"
 #include "harvest/queue_order.hpp"
 
@@ -31,7 +32,7 @@ void SaveCalcData(CalcSession& s) {
     in.SavedAge = fieldWhole(f.txtAge);
     in.SavedHeightPerc = fieldWhole(f.txtHeightPerc);
     in.SavedAgePerc = fieldWhole(f.txtAgePerc);
-    in.SavedStartIn = toI4(fieldNumber(f.txtStartIn));
+    in.SavedStartIn = toI4(tolerantNumber(f.txtStartIn));
     in.SavedCalcYears = boxValue(f.chkCalcYears);
     in.SavedCalcRate = boxValue(f.chkCalcRate);
     for (std::size_t i = 0; i < in.SavedCut.size(); ++i) in.SavedCut[i] = boxValue(f.chkCut[i]);

@@ -28,10 +28,7 @@ int loggedAge(int16_t year, const Block& block) {
 }
 
 float volumePerHa(const CalcSession& s, const Block& block, int age) {
-    const auto& table = s.run.Yields.CurveTable;
-    if (block.Curve < 0 || static_cast<std::size_t>(block.Curve) >= table.size())
-        throw ArborexError(ErrSubscript, "CurveTable");
-    const ExpandedCurve& curve = table[static_cast<std::size_t>(block.Curve)];
+    const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
     return curve.ConVol[static_cast<std::size_t>(age)] +
            curve.DecVol[static_cast<std::size_t>(age)];
 }

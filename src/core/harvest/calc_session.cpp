@@ -32,10 +32,6 @@ int16_t calendarYear(const CalcRun& run) {
     return toI2(partsFromDayCount(dateNow()).year);
 }
 
-double fieldNumber(const std::string& text) {
-    return tolerantNumber(text);
-}
-
 int16_t fieldWhole(const std::string& text) {
     return toI2(tolerantNumber(text));
 }

@@ -180,8 +180,6 @@ int16_t calendarYear(const CalcRun& run);
 
 namespace arborex {
 
-// A screen field read as a number: the tolerant read (text that is not a number is 0).
-double fieldNumber(const std::string& text);
 // A screen field read as a whole number: tolerant read, rounded half to even, checked to 16 bits.
 int16_t fieldWhole(const std::string& text);
 

@@ -6,6 +6,7 @@
 #include "frame/display_format.hpp"
 #include "frame/errors.hpp"
 #include "frame/messages.hpp"
+#include "frame/number_text.hpp"
 #include "harvest/calc_log.hpp"
 #include "harvest/hanzlik.hpp"
 #include "harvest/queue_order.hpp"
@@ -145,7 +146,7 @@ bool cmdCalculate(CalcSession& s) {
     if (screen.chkCalcRate && run.ReportEvery == 0) {
         Auto(s);
     } else {
-        run.HarvestRate = static_cast<float>(fieldNumber(screen.txtVolToCut));
+        run.HarvestRate = static_cast<float>(tolerantNumber(screen.txtVolToCut));
         int16_t failed = 0;
         AVAC(s, kFinalRun, failed);
     }

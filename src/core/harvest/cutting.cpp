@@ -1,8 +1,6 @@
 #include "harvest/cutting.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <limits>
 
 #include "frame/errors.hpp"
 #include "frame/numeric.hpp"
@@ -44,7 +42,7 @@ StandVolume ncVolume(const CalcSession& s, int16_t polygon) {
 }
 
 StandVolume curveVolume(const CalcSession& s, int16_t curve, std::size_t age) {
-    const ExpandedCurve& c = expandedCurve(s, curve);
+    const ExpandedCurve& c = curveAt(s.run.Yields, curve);
     StandVolume v;
     v.conifer = c.ConVol[age];
     v.deciduous = s.screen.chkConifer ? 0.0f : c.DecVol[age];
@@ -181,24 +179,9 @@ Step partialStep(CalcRun& run, Block& blk, Block& next, float removed, float sha
 
 }  // namespace
 
-const ExpandedCurve& expandedCurve(const CalcSession& s, int16_t curve) {
-    const auto& table = s.run.Yields.CurveTable;
-    if (curve < 0 || static_cast<std::size_t>(curve) >= table.size())
-        throw ArborexError(ErrSubscript, "curve");
-    return table[static_cast<std::size_t>(curve)];
-}
-
 std::size_t curveAge(int age) {
     if (age < 0 || age > kExpandedTopAge) throw ArborexError(ErrSubscript, "stand age");
     return static_cast<std::size_t>(age);
-}
-
-float quotient(double numerator, double denominator) {
-    if (denominator == 0.0) throw ArborexError(numerator == 0.0 ? ErrOverflow : ErrDivisionByZero);
-    const double result = numerator / denominator;
-    if (std::fabs(result) > static_cast<double>(std::numeric_limits<float>::max()))
-        throw ArborexError(ErrOverflow);
-    return static_cast<float>(result);
 }
 
 void CutBlock(CalcSession& s, int16_t block, int16_t mode) {
@@ -222,7 +205,7 @@ void CutBlock(CalcSession& s, int16_t block, int16_t mode) {
         // The residual is read where the successor stands: PlantBlock set it back to the
         // ResidualAge. Past the top of the table is a failure, not a cap.
         const std::size_t residualAge = curveAge(s.run.CurYear - next.StandYear);
-        const ExpandedCurve& c = expandedCurve(s, blk.Curve);
+        const ExpandedCurve& c = curveAt(s.run.Yields, blk.Curve);
         float residual = c.ConVol[residualAge];
         if (!s.screen.chkConifer) residual = residual + c.DecVol[residualAge];
         if (method == kMethodNextPartial) {

@@ -15,13 +15,8 @@ void CutRoad(CalcSession& s, int16_t road);
 
 // Helpers shared with the regrowth routines.
 
-// The expanded curve of index `curve`; an index outside the table throws ErrSubscript.
-const ExpandedCurve& expandedCurve(const CalcSession& s, int16_t curve);
 // An age as an index into an expanded curve; outside 0..350 throws ErrSubscript. Callers that
 // read an old stand at the top of the table cap the age first.
 std::size_t curveAge(int age);
-// numerator / denominator stored to a float. A zero divisor fails as the arithmetic does:
-// ErrDivisionByZero, or ErrOverflow for 0 / 0 and for a result beyond the float range.
-float quotient(double numerator, double denominator);
 
 }  // namespace arborex

@@ -198,10 +198,16 @@ void ExpandYields(const Model& m, StatusScreen& status, ExpandedYields& yields) 
     status.close();
 }
 
+const ExpandedCurve& curveAt(const ExpandedYields& yields, int curve) {
+    if (curve < 0 || static_cast<std::size_t>(curve) >= yields.CurveTable.size())
+        throw ArborexError(ErrSubscript, "CurveTable");
+    return yields.CurveTable[static_cast<std::size_t>(curve)];
+}
+
 void CheckYields(const Model& m, Prompt& prompt, const ExpandedYields& yields, int16_t& msgResult) {
     std::string lines;
     for (int c = 1; c <= yields.CurveCount; ++c) {
-        const ExpandedCurve& curve = yields.CurveTable.at(static_cast<std::size_t>(c));
+        const ExpandedCurve& curve = curveAt(yields, c);
         const auto p = static_cast<std::size_t>(curve.CurvePoly);
         if (m.PolyC.at(p).DELETE != 0) continue;
         bool hasVolume = false;
@@ -223,7 +229,7 @@ void SetPC(const Model& m, const ExpandedYields& yields, Block& block) {
     const int16_t own = m.Poly.at(static_cast<std::size_t>(block.Polygon)).PCPERC;
     const int16_t percent = own == -1 ? m.Settings.PCperc : own;
     const auto age = static_cast<std::size_t>(std::min<int>(block.HarvestAge, kExpandedTopAge));
-    const ExpandedCurve& curve = yields.CurveTable.at(static_cast<std::size_t>(block.Curve));
+    const ExpandedCurve& curve = curveAt(yields, block.Curve);
     const float standing = curve.ConVol.at(age) + curve.DecVol.at(age);
     const float kept = standing * static_cast<float>(100 - percent);
     const float target = kept / 100.0f;

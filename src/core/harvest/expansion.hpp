@@ -43,6 +43,9 @@ struct ExpandedYields {
 // 16-bit: a project needing more than 32,767 curves throws ErrOverflow.
 void ExpandYields(const Model& m, StatusScreen& status, ExpandedYields& yields);
 
+// The curve of index `curve`; an index outside the table throws ErrSubscript.
+const ExpandedCurve& curveAt(const ExpandedYields& yields, int curve);
+
 // Names every live polygon's curve that has no volume at any age in one "Yield Errors" box.
 // Only warns; such polygons simply yield nothing.
 void CheckYields(const Model& m, Prompt& prompt, const ExpandedYields& yields, int16_t& msgResult);

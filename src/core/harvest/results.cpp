@@ -18,7 +18,7 @@ auto& checkedAt(Vector& items, int index, const char* what) {
 }
 
 const ExpandedCurve& curveOf(const CalcSession& s, const Block& block) {
-    return checkedAt(s.run.Yields.CurveTable, block.Curve, "CurveTable");
+    return curveAt(s.run.Yields, block.Curve);
 }
 
 // Curve lookups stop at the table's top age; a negative age is an unexpected failure.
@@ -38,27 +38,27 @@ void addCutToYear(YearRec& year, float conVol, float decVol, float area, float a
     year.AreaCCE += areaCCE;
     const float volume = conVol + decVol;
     switch (method) {
-        case 1:
+        case kMethodClearcut:
             year.AreaCC += area;
             year.VolCC += volume;
             break;
-        case 2:
-        case 3:
+        case kMethodFirstPartial:
+        case kMethodNextPartial:
             year.AreaPC += area;
             year.VolPC += volume;
             break;
-        case 4:
+        case kMethodThin:
             year.AreaCT += area;
             year.VolCT += volume;
             break;
-        case 5:
+        case kMethodRoad:
             year.AreaRoad += area;
             year.VolRoad += volume;
             break;
-        case 6:
+        case kMethodNSR:
             year.AreaNSR += area;
             break;
-        case 7:
+        case kMethodNC:
             // Non-commercial ground is cleared like a clearcut, so its volume counts there.
             year.AreaNC += area;
             year.VolCC += volume;
@@ -192,7 +192,8 @@ void AddReportCut(CalcSession& s, int16_t block, int16_t method) {
     cut.CutAreaCCE = 0.0f;
     cut.CutMethod = method;
     cut.EndYr = year;
-    cut.YearsFromDue = method == 4 ? int16_t{0} : toI2(static_cast<int>(b.DueYear) - year);
+    cut.YearsFromDue =
+        method == kMethodThin ? int16_t{0} : toI2(static_cast<int>(b.DueYear) - year);
     cut.BlockIdx = block;
     cut.StartYr = year;
     cut.CutAge = standAge(s, b);
@@ -230,7 +231,7 @@ void UpdateReports(CalcSession& s, float conVol, float decVol, float area, float
     cut.CutAreaCCE += areaCCE;
     cut.CutMethod = method;
     cut.EndYr = s.run.CurYear;
-    if (method == 1) setSuccessorDates(s, b, cut);
+    if (method == kMethodClearcut) setSuccessorDates(s, b, cut);
     addToEntry(s.run, cut, conVol, decVol, area, potential);
 }
 

@@ -5,6 +5,7 @@
 
 #include "frame/errors.hpp"
 #include "frame/messages.hpp"
+#include "frame/number_text.hpp"
 #include "frame/numeric.hpp"
 #include "harvest/cutting.hpp"
 #include "harvest/regeneration.hpp"
@@ -13,13 +14,6 @@
 namespace arborex {
 
 namespace {
-
-const ExpandedCurve& curveAt(const CalcSession& s, int16_t curve) {
-    const auto& table = s.run.Yields.CurveTable;
-    if (curve < 0 || static_cast<std::size_t>(curve) >= table.size())
-        throw ArborexError(ErrSubscript, "CurveTable");
-    return table[static_cast<std::size_t>(curve)];
-}
 
 int16_t curveIndexOf(const std::vector<int16_t>& perPolygon, int polygon) {
     if (polygon < 0 || static_cast<std::size_t>(polygon) >= perPolygon.size())
@@ -68,7 +62,7 @@ void addBlock(CalcSession& s, int p, float piece, float road) {
     calc.BlockList.resize(calc.BlockLast);
     Block& block = calc.BlockList[calc.BlockLast];
     block = Block{};
-    block.Status = 1;
+    block.Status = kStatusWaiting;
     block.Polygon = static_cast<int16_t>(p);
     block.Curve = curveIndexOf(run.Yields.PolyCurveExisting, p);
     block.NextCurve = curveIndexOf(run.Yields.PolyCurveFuture, p);
@@ -79,17 +73,17 @@ void addBlock(CalcSession& s, int p, float piece, float road) {
     bool partial = false;
     switch (poly.MGNT[0]) {
         case 2:  // NC waits with the ordinary blocks, to restock when its time comes
-            block.Method = 7;
+            block.Method = kMethodNC;
             block.DueYear = toI2(run.StartYear + mgmt.NCRESTOCKIN);
             break;
         case 3:
-            block.Status = 6;
-            block.Method = 6;
+            block.Status = kStatusNSR;
+            block.Method = kMethodNSR;
             block.DueYear = toI2(run.StartYear + mgmt.NSRRESTOCKIN);
             break;
         default:
             partial = poly.SILVI != 0 && !s.screen.chkDisPC;
-            block.Method = partial ? 2 : 1;
+            block.Method = partial ? kMethodFirstPartial : kMethodClearcut;
             block.HarvestAge = existingHarvestAge(m, p);
             block.DueYear = toI2(standYear + block.HarvestAge);
             break;
@@ -151,7 +145,7 @@ int16_t relaxedBlock(CalcSession& s) {
     int best = 0;
     for (int b = 0; b <= calc.BlockLast; ++b) {
         const Block& block = calc.BlockList[b];
-        if (block.Status != 1 && block.Status != 3) continue;
+        if (block.Status != kStatusWaiting && block.Status != kStatusQueued) continue;
         const int wait = block.DueYear - s.run.CurYear;
         if (wait < s.run.Relax + 1 && (found == -1 || wait < best)) {
             found = b;
@@ -170,7 +164,7 @@ int16_t findBlock(CalcSession& s) {
     int largest = 0;
     for (int b = 0; b <= calc.BlockLast; ++b) {
         const Block& block = calc.BlockList[b];
-        if (block.Status != 2 || block.DueYear > run.CurYear) continue;
+        if (block.Status != kStatusReentry || block.DueYear > run.CurYear) continue;
         const int since = block.DueYear - run.CurYear;
         if (found == -1 || since > largest) {
             found = b;
@@ -192,17 +186,17 @@ int16_t findBlock(CalcSession& s) {
     // Every block the walk passes over joins the queue, in harvest order.
     for (int b = 0; b <= calc.BlockLast; ++b) {
         Block& block = calc.BlockList[b];
-        if (block.Status != 1) continue;
+        if (block.Status != kStatusWaiting) continue;
         if (block.DueYear <= run.CurYear) return static_cast<int16_t>(b);
         run.QueueLast = toI2(run.QueueLast + 1);
         run.CutQueue.resize(static_cast<std::size_t>(run.QueueLast) + 1);
         run.CutQueue[static_cast<std::size_t>(run.QueueLast)] = static_cast<uint16_t>(b);
-        block.Status = 3;
+        block.Status = kStatusQueued;
     }
 
     const int16_t relaxed = relaxedBlock(s);
     if (relaxed == -1) return -1;
-    calc.BlockList[relaxed].Status = 4;
+    calc.BlockList[relaxed].Status = kStatusRelaxed;
     for (int i = 0; i <= run.QueueLast; ++i) {
         uint16_t& entry = run.CutQueue.at(static_cast<std::size_t>(i));
         if (entry == static_cast<uint16_t>(relaxed)) {
@@ -225,18 +219,18 @@ Standing standingOn(const CalcSession& s, const Block& block, float area) {
     Standing st;
     st.age = s.run.CurYear - block.StandYear;
     switch (block.Method) {
-        case 1:
-        case 2:
-        case 3: {
+        case kMethodClearcut:
+        case kMethodFirstPartial:
+        case kMethodNextPartial: {
             st.age = std::clamp(st.age, 0, kExpandedTopAge);
-            const ExpandedCurve& curve = curveAt(s, block.Curve);
+            const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
             const auto a = static_cast<std::size_t>(st.age);
             st.height = curve.Height[a];
             st.conifer = area * curve.ConVol[a];
             st.deciduous = area * curve.DecVol[a];
             break;
         }
-        case 7: {
+        case kMethodNC: {
             const PolyMgmt& mgmt = s.m.PolyM.at(static_cast<std::size_t>(block.Polygon));
             st.height = mgmt.NCHEIGHT;
             const float volume = area * mgmt.NCVOLHA;
@@ -370,7 +364,7 @@ void SetupCut(CalcSession& s) {
 
     float netFactor = 1.0f;
     if (s.screen.chkConNetDown) {
-        const auto netDown = static_cast<float>(fieldNumber(s.screen.txtNetDown) / 100.0);
+        const auto netDown = static_cast<float>(tolerantNumber(s.screen.txtNetDown) / 100.0);
         netFactor = 1.0f - netDown;
     }
 
@@ -410,7 +404,7 @@ int16_t ChooseBlock(CalcSession& s) {
     if (b == -1) return -1;
     CalcRun& run = s.run;
     Block& block = s.m.Calc.BlockList[b];
-    if (block.Method == 2 && s.m.Settings.PCADJUSTHARVAGE == 1) {
+    if (block.Method == kMethodFirstPartial && s.m.Settings.PCADJUSTHARVAGE == 1) {
         // The stand's true age replaces the plan.
         block.HarvestAge = toI2(run.CurYear - block.StandYear);
         block.DueYear = run.CurYear;
@@ -438,8 +432,8 @@ void IncrementYear(CalcSession& s, int16_t first) {
 
     const CalcScreen& screen = s.screen;
     const int ageShare = screen.chkConAge ? fieldWhole(screen.txtAgePerc) : 0;
-    const double heightShare = screen.chkConHeight ? fieldNumber(screen.txtHeightPerc) : 0.0;
-    const double heightLimit = fieldNumber(screen.txtHeight);
+    const double heightShare = screen.chkConHeight ? tolerantNumber(screen.txtHeightPerc) : 0.0;
+    const double heightLimit = tolerantNumber(screen.txtHeight);
     const int ageLimit = fieldWhole(screen.txtAge);
 
     // Written again when the year closes, so that a year's inventory is what its harvest left.
