@@ -19,16 +19,6 @@ namespace arborex {
 
 namespace {
 
-// HAR1 or HAR2 (slot 0 or 1), or the calculated harvest age of that management when -1.
-int16_t plannedHarvestAge(const Model& m, int p, int slot) {
-    const PolyData& poly = m.Poly.at(static_cast<std::size_t>(p));
-    const auto i = static_cast<std::size_t>(slot);
-    if (poly.HAR[i] != -1) return poly.HAR[i];
-    const int16_t model = poly.MGNT[i];
-    if (model < 0 || model > 1) throw ArborexError(ErrSubscript, "HarvAge");
-    return m.HarvAge.at(static_cast<std::size_t>(p))[static_cast<std::size_t>(model)].HarvestAge;
-}
-
 const PolyData& polygonOf(const CalcSession& s, int i) {
     const int p = s.run.IncludedPoly.at(static_cast<std::size_t>(i));
     return s.m.Poly.at(static_cast<std::size_t>(p));
@@ -42,7 +32,7 @@ void warnNoSecondHarvest(CalcSession& s) {
         const int p = s.run.IncludedPoly.at(static_cast<std::size_t>(i));
         const PolyData& poly = s.m.Poly.at(static_cast<std::size_t>(p));
         if (poly.SILVI != 0) continue;
-        const int16_t age = plannedHarvestAge(s.m, p, 1);
+        const int16_t age = targetHarvestAge(s.m, p, 1);
         if (FindVol(s.m, poly.MGNT[1], age, static_cast<int16_t>(p)) != 0.0f) continue;
         ++count;
         list += poly.NAME.str() + "  " + formatNumber(static_cast<int>(age), "0") + "\r\n";
@@ -77,7 +67,7 @@ int firstHarvestableYear(const CalcSession& s) {
         const int p = s.run.IncludedPoly.at(static_cast<std::size_t>(i));
         const PolyData& poly = s.m.Poly.at(static_cast<std::size_t>(p));
         if (poly.MGNT[0] != 0 && poly.MGNT[0] != 1) continue;
-        const int ripeness = poly.AGE - plannedHarvestAge(s.m, p, 0);
+        const int ripeness = poly.AGE - targetHarvestAge(s.m, p, 0);
         if (ripeness > latest) latest = ripeness;
     }
     return latest < 1 ? std::abs(latest) : 0;

@@ -4,6 +4,7 @@
 #include "frame/errors.hpp"
 #include "harvest/queue_order.hpp"
 #include "yield/curves.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 
@@ -49,7 +50,7 @@ HanzlikSums hanzlikSums(const CalcSession& s) {
         const int16_t p = s.run.IncludedPoly.at(static_cast<std::size_t>(i));
         const int16_t model = s.m.Poly.at(static_cast<std::size_t>(p)).MGNT[0];
         if (model == 2 || model == 3) continue;
-        const int16_t rotation = existingTargetAge(s.m, p);
+        const int16_t rotation = targetHarvestAge(s.m, p, 0);
         const int16_t age = s.m.Poly.at(static_cast<std::size_t>(p)).AGE;
         sums.add(s.m, model, rotation >= age ? rotation : age, p);
     }

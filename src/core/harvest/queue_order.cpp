@@ -9,6 +9,7 @@
 #include "frame/messages.hpp"
 #include "frame/numeric.hpp"
 #include "harvest/rate_search.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 
@@ -65,7 +66,7 @@ int16_t yearsPastTarget(const Model& m, int16_t p) {
         case NcStand:
             return toI2(-static_cast<int>(mgmt.NCRESTOCKIN));
         default:
-            return toI2(static_cast<int>(poly.AGE) - existingTargetAge(m, p));
+            return toI2(static_cast<int>(poly.AGE) - targetHarvestAge(m, p, 0));
     }
 }
 
@@ -166,11 +167,6 @@ std::string leadSpecies(const Model& m, int16_t polygon) {
         default:
             return {};
     }
-}
-
-int16_t existingTargetAge(const Model& m, int16_t polygon) {
-    const int16_t har1 = polyOf(m, polygon).HAR[0];
-    return har1 == -1 ? existingHarvAge(m, polygon).HarvestAge : har1;
 }
 
 void SetCutOrder(CalcSession& s) {

@@ -30,10 +30,6 @@ std::string orderTitle(int16_t orderColumn);
 // The lead species as the order list shows it: the first two characters of VS or TS slot 0
 // (blanks kept), "NC" or "NSR"; empty for an unknown management.
 std::string leadSpecies(const Model& m, int16_t polygon);
-// The age at which polygon p is due under its existing management: HAR1, or the computed
-// harvest age of that curve model when HAR1 is -1. Throws ErrSubscript for a management other
-// than VDYP or TIPSY (callers deal with NC and NSR first).
-int16_t existingTargetAge(const Model& m, int16_t polygon);
 // Stable descending bubble sort of CutOrder by CutOrderKey, rows 0..CutOrderLast.
 void sortCutOrder(Model& m);
 

@@ -8,6 +8,7 @@
 #include "harvest/cutting.hpp"
 #include "harvest/results.hpp"
 #include "harvest/simulation.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 
@@ -22,13 +23,6 @@ const Record& ofPolygon(const std::vector<Record>& records, int16_t polygon) {
     if (polygon < 0 || static_cast<std::size_t>(polygon) >= records.size())
         throw ArborexError(ErrSubscript, "polygon");
     return records[static_cast<std::size_t>(polygon)];
-}
-
-int16_t harvestAgeFor(const Model& m, int16_t polygon, int16_t model) {
-    const auto& ages = ofPolygon(m.HarvAge, polygon);
-    if (model < 0 || static_cast<std::size_t>(model) >= ages.size())
-        throw ArborexError(ErrSubscript, "curve model");
-    return ages[static_cast<std::size_t>(model)].HarvestAge;
 }
 
 bool isPartial(int16_t method) {
@@ -104,7 +98,7 @@ void PlantBlock(CalcSession& s, int16_t block) {
         const int16_t own = ofPolygon(s.m.PolyC, p).REGENDELAY;
         delay = own == -1 ? s.m.Settings.REGENDELAY : own;
     }
-    child.HarvestAge = poly.HAR[1] != -1 ? poly.HAR[1] : harvestAgeFor(s.m, p, future);
+    child.HarvestAge = targetHarvestAge(s.m, p, 1);
     if (isPartial(parentMethod)) {
         // The stand stays: it is set back to its residual age and comes back after the
         // re-entry period.

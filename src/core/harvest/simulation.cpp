@@ -10,6 +10,7 @@
 #include "harvest/cutting.hpp"
 #include "harvest/regeneration.hpp"
 #include "harvest/results.hpp"
+#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 
@@ -19,15 +20,6 @@ int16_t curveIndexOf(const std::vector<int16_t>& perPolygon, int polygon) {
     if (polygon < 0 || static_cast<std::size_t>(polygon) >= perPolygon.size())
         throw ArborexError(ErrSubscript, "PolyCurve");
     return perPolygon[static_cast<std::size_t>(polygon)];
-}
-
-// HAR1, or the calculated harvest age of the existing management when HAR1 asks for it.
-int16_t existingHarvestAge(const Model& m, int p) {
-    const PolyData& poly = m.Poly.at(static_cast<std::size_t>(p));
-    if (poly.HAR[0] != -1) return poly.HAR[0];
-    const int16_t model = poly.MGNT[0];
-    if (model < 0 || model > 1) throw ArborexError(ErrSubscript, "HarvAge");
-    return m.HarvAge.at(static_cast<std::size_t>(p))[static_cast<std::size_t>(model)].HarvestAge;
 }
 
 bool allowanceSpent(const CalcRun& run) {
@@ -84,7 +76,7 @@ void addBlock(CalcSession& s, int p, float piece, float road) {
         default:
             partial = poly.SILVI != 0 && !s.screen.chkDisPC;
             block.Method = partial ? kMethodFirstPartial : kMethodClearcut;
-            block.HarvestAge = existingHarvestAge(m, p);
+            block.HarvestAge = targetHarvestAge(m, p, 0);
             block.DueYear = toI2(standYear + block.HarvestAge);
             break;
     }

@@ -62,6 +62,16 @@ void UpdateYields(Model& m) {
     }
 }
 
+int16_t targetHarvestAge(const Model& m, int polygon, int management) {
+    const PolyData& poly = m.Poly.at(static_cast<std::size_t>(polygon));
+    const auto slot = static_cast<std::size_t>(management);
+    if (poly.HAR.at(slot) != -1) return poly.HAR[slot];
+    const int16_t model = poly.MGNT[slot];
+    if (model < 0 || model > 1) throw ArborexError(ErrSubscript, "HarvAge");
+    return m.HarvAge.at(static_cast<std::size_t>(polygon))[static_cast<std::size_t>(model)]
+        .HarvestAge;
+}
+
 void minMax(std::string& text, float low, float high, int16_t decimals) {
     // Clamped while still a double, so that a huge entry never has to fit a float.
     double value = 0.0;

@@ -21,6 +21,11 @@ void calcAllCutAges(Model& m, int16_t model);
 // state 2 or more that has volume at the top of its grid.
 void UpdateYields(Model& m);
 
+// The age a stand is planned to be cut at under its existing (0) or future (1) management: HAR1
+// or HAR2, or the calculated HarvestAge of that management's curve model when it is -1. A
+// management other than VDYP or TIPSY has no calculated age: ErrSubscript.
+int16_t targetHarvestAge(const Model& m, int polygon, int management);
+
 // Clamps the number in a numeric text field to low..high (low first, then high; text that is
 // not a number counts as 0) and writes it back with `decimals` places.
 void minMax(std::string& text, float low, float high, int16_t decimals);
