@@ -275,6 +275,13 @@ void buildSample(Model& m) {
     }
     UpdateYields(m);  // confirms the curves and works out their harvest ages
 
+    // The calculation opens ready for a search over the Crown and private land.
+    CalcInputs& calc = m.Calc.inputs;
+    calc.SavedCut = {1, 1, 0, 0};
+    calc.SavedCalcRate = 1;
+    calc.SavedVolRate = 1000;
+    calc.SortMethod = -1;
+
     ProjectHeader& h = m.Header;
     h.Licence = "A12345";
     h.District = "Cariboo-Chilcotin";

@@ -48,7 +48,8 @@ void apply(BatchOptions& options, const std::string& flag, const std::string& va
 }  // namespace
 
 BatchOptions parseOptions(const std::vector<std::string>& args,
-                          std::initializer_list<std::string_view> allowed) {
+                          std::initializer_list<std::string_view> allowed,
+                          std::initializer_list<OwnFlag> own) {
     BatchOptions options;
     bool flagsEnded = false;
     for (std::size_t i = 0; i < args.size(); ++i) {
@@ -66,6 +67,21 @@ BatchOptions parseOptions(const std::vector<std::string>& args,
         if (auto equals = word.find('='); equals != std::string::npos) {
             flag = word.substr(0, equals);
             value = word.substr(equals + 1);
+        }
+        const auto ownFlag =
+            std::find_if(own.begin(), own.end(), [&](const OwnFlag& f) { return f.name == flag; });
+        if (ownFlag != own.end()) {
+            std::vector<std::string> values;
+            if (value) values.push_back(*value);
+            const std::size_t wanted = static_cast<std::size_t>(ownFlag->values);
+            while (values.size() < wanted) {
+                if (i + 1 >= args.size())
+                    throw UsageError(flag + " needs " + std::to_string(wanted) +
+                                     (wanted == 1 ? " value" : " values"));
+                values.push_back(args[++i]);
+            }
+            options.own.emplace_back(flag, std::move(values));
+            continue;
         }
         if (std::find(allowed.begin(), allowed.end(), flag) == allowed.end())
             throw UsageError("unknown option " + flag);

@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "frame/prompt.hpp"
@@ -27,12 +28,24 @@ struct BatchOptions {
     int16_t version = 3226;              // --version 3226|200|111
     std::string dataFolder;              // --data DIR: the reference data, else the installed
     std::optional<int16_t> model;        // --model 0|1: a curve model, else the command's choice
+    // A command's own flags as given, in order, each with its values as written (a switch's
+    // value is empty, or what followed its "=").
+    std::vector<std::pair<std::string, std::vector<std::string>>> own;
+};
+
+// A flag that one command reads itself: its name and how many words of value follow it. A
+// switch (0 values) may still be written "--flag=yes" or "--flag=no".
+struct OwnFlag {
+    std::string_view name;
+    int values = 0;
 };
 
 // Reads `args` (the words after the command) into options. A flag takes its value as the next
 // word or after "=" ("--version 200", "--version=200"); "--" ends the flags. Throws UsageError
-// for a flag not in `allowed`, a missing or bad value, or a flag given a value it takes none of.
+// for a flag not in `allowed` or `own`, a missing or bad value, or a flag given a value it takes
+// none of.
 BatchOptions parseOptions(const std::vector<std::string>& args,
-                          std::initializer_list<std::string_view> allowed);
+                          std::initializer_list<std::string_view> allowed,
+                          std::initializer_list<OwnFlag> own = {});
 
 }  // namespace arborex::batch

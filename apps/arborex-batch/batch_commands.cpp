@@ -6,28 +6,13 @@
 #include "batch_args.hpp"
 #include "batch_host.hpp"
 #include "batch_project.hpp"
+#include "calc_command.hpp"
 #include "curve_commands.hpp"
 #include "frame/error_handler.hpp"
 #include "frame/errors.hpp"
-#include "model/project_file.hpp"
 #include "project_summary.hpp"
 
 namespace arborex::batch {
-
-namespace {
-
-// The reason of a failure: its text, and its detail unless that only names `path` (or the
-// temporary file a save writes beside it), which the line names already.
-std::string failureReason(const std::exception_ptr& failure, const std::string& path) {
-    std::string detail;
-    const int number = failureNumberOf(failure, detail);
-    std::string reason = errorText(number);
-    const bool namesPath = !path.empty() && detail.rfind(path, 0) == 0;
-    if (!detail.empty() && !namesPath) reason += ": " + detail;
-    return reason;
-}
-
-}  // namespace
 
 std::string usageText() {
     return "Usage: arborex-batch COMMAND ARGUMENTS [OPTIONS]\n"
@@ -44,12 +29,13 @@ std::string usageText() {
            "      (VDYP and TIPSY), below the project's harvest criteria.\n"
            "  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] [--data DIR]\n"
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
-           "      the polygon's name or, if no name matches, its index from 0.\n"
+           "      the polygon's name or, if no name matches, its index from 0.\n" +
+           calcUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
            "Options:\n"
-           "  --json                     info, ages and curve as JSON instead of text\n"
+           "  --json                     info, ages, curve and calc as JSON instead of text\n"
            "  --remove-mapsheet yes|no   the answer to \"Remove mapsheet identifier?\", asked "
            "when\n"
            "                             a file older than version 3001 loads (default no)\n"
@@ -94,14 +80,8 @@ int runConvert(const std::vector<std::string>& args, std::ostream& out, std::ost
     BatchHost batch(options.removeMapsheet);
     auto m = newModel(batch, options);
     if (!loadProject(*m, batch, in, err)) return ExitFailed;
-    try {
-        // Below 3001 the save shortens the names in memory too; this model is thrown away.
-        SaveArx(*m, batch.host(), target, options.version, false);
-    } catch (...) {
-        err << kProgram << ": cannot save " << target << ": "
-            << failureReason(std::current_exception(), target) << '\n';
-        return ExitFailed;
-    }
+    // Below 3001 the save shortens the names in memory too; this model is thrown away.
+    if (!saveProject(*m, batch, target, options.version, err)) return ExitFailed;
     if (!options.quiet) batch.prompt().writeNotes(err);
     out << "Wrote " << target << " as version " << options.version << " (" << m->LastPoly + 1
         << " polygons)\n";
@@ -124,6 +104,7 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "convert") return runConvert(rest, out, err);
         if (command == "ages") return runAges(rest, out, err);
         if (command == "curve") return runCurve(rest, out, err);
+        if (command == "calc") return runCalc(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";

@@ -2,6 +2,7 @@
 
 #include <ostream>
 
+#include "frame/error_handler.hpp"
 #include "frame/errors.hpp"
 #include "frame/file_locations.hpp"
 #include "frame/file_names.hpp"
@@ -37,6 +38,27 @@ bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostre
     if (reason.empty()) reason = "not a project";
     err << kProgram << ": cannot load " << path << ": " << reason << '\n';
     return false;
+}
+
+bool saveProject(Model& m, BatchHost& batch, const std::string& path, int16_t version,
+                 std::ostream& err) {
+    try {
+        SaveArx(m, batch.host(), path, version, false);
+        return true;
+    } catch (...) {
+        err << kProgram << ": cannot save " << path << ": "
+            << failureReason(std::current_exception(), path) << '\n';
+        return false;
+    }
+}
+
+std::string failureReason(const std::exception_ptr& failure, const std::string& path) {
+    std::string detail;
+    const int number = failureNumberOf(failure, detail);
+    std::string reason = errorText(number);
+    const bool namesPath = !path.empty() && detail.rfind(path, 0) == 0;
+    if (!detail.empty() && !namesPath) reason += ": " + detail;
+    return reason;
 }
 
 }  // namespace arborex::batch

@@ -3,6 +3,8 @@
 // the program's defaults and the reference data, and load the project through the batch host.
 
 #include <cstddef>
+#include <cstdint>
+#include <exception>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -28,5 +30,14 @@ std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options);
 // <path>: <reason>" to `err`, the reason taken from the box that the failed load showed, and
 // returns false.
 bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostream& err);
+
+// SaveArx in file version `version` through the batch host. On failure writes the one line
+// "arborex-batch: cannot save <path>: <reason>" to `err` and returns false.
+bool saveProject(Model& m, BatchHost& batch, const std::string& path, int16_t version,
+                 std::ostream& err);
+
+// The reason of a failure: its text, and its detail unless that only names `path` (or the
+// temporary file a save writes beside it), which the line names already.
+std::string failureReason(const std::exception_ptr& failure, const std::string& path);
 
 }  // namespace arborex::batch

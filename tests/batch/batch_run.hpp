@@ -19,7 +19,8 @@ struct RunResult {
 // Commands that read a project get the reference data of the source tree unless the command
 // line names a folder.
 inline RunResult run(std::vector<std::string> args) {
-    static const std::vector<std::string> kReadProjects = {"info", "convert", "ages", "curve"};
+    static const std::vector<std::string> kReadProjects = {"info", "convert", "ages", "curve",
+                                                           "calc"};
     const bool readsData = !args.empty() && std::find(kReadProjects.begin(), kReadProjects.end(),
                                                       args[0]) != kReadProjects.end();
     if (readsData && std::find(args.begin(), args.end(), "--data") == args.end()) {

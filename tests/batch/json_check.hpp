@@ -12,7 +12,8 @@ namespace arborex::test {
 
 struct JsonValue {
     enum class Kind { Null, Bool, Number, String, Array, Object } kind = Kind::Null;
-    std::string text;  // a number's or a string's text as written: no quotes, escapes kept
+    std::string
+        text;  // a number's, a flag's or a string's text as written: no quotes, escapes kept
     std::vector<JsonValue> items;
     // An object's members in document order: names[i] holds values[i]. Two vectors, since a
     // pair cannot hold the still incomplete JsonValue under every standard library.
@@ -112,7 +113,8 @@ private:
         }
         if (c == 't' || c == 'f') {
             v.kind = JsonValue::Kind::Bool;
-            literal(c == 't' ? "true" : "false");
+            v.text = c == 't' ? "true" : "false";
+            literal(v.text);
             return v;
         }
         if (c == 'n') {

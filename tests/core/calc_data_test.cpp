@@ -86,7 +86,7 @@ TEST(CalcData, LoadRestoresSortMethodAndTheRateOfTheSavedKind) {
     EXPECT_EQ(f.screen.txtVolToCut, "12.346");
     EXPECT_EQ(f.observer.ratesShown.back(), "12.346");
     EXPECT_EQ(rateUnit(true), "ha/yr");
-    EXPECT_EQ(rateUnit(false), "m\u00b3/yr");
+    EXPECT_EQ(rateUnit(false), "m\xb3/yr");
 }
 
 }  // namespace

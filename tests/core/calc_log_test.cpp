@@ -12,6 +12,8 @@
 #include "frame/display_format.hpp"
 #include "frame/errors.hpp"
 #include "harvest/calc_log.hpp"
+#include "harvest/queue_order.hpp"
+#include "harvest/simulation.hpp"
 #include "support/calc_fixture.hpp"
 #include "support/temp_dir.hpp"
 
@@ -95,6 +97,32 @@ TEST_F(CalcLog, HeadingALinePerStepAndTheEnd) {
     EXPECT_EQ(lines[6], "--------------------------");
     EXPECT_EQ(lines[7], "EOF");
     EXPECT_EQ(logText().find('\r'), std::string::npos);
+}
+
+TEST_F(CalcLog, OnlyAFinalRunLogsOneLinePerCuttingStep) {
+    // 10 ha past the top of its curve, 300 m3/ha for good, cut at 1,100 m3 a year: three steps.
+    CalcFixture land({{"OLD", 10.0f, 320, 0, 0, 1.0f}});
+    land.m.Settings.SPLIT = 10.0f;
+    land.m.Calc.CalcHorizon = 5;
+    land.m.LogMode = true;
+    land.m.Paths[UserDocuments] = dir.path() + "/";
+    land.prepare();
+    SetCutOrder(land.session);
+    openCalcLog(land.session);
+    land.run.HarvestRate = 1100.0;
+    int16_t failed = 0;
+    AVAC(land.session, kTrialRun, failed);  // cuts the same three steps, and writes nothing
+    EXPECT_EQ(failed, -1);
+    AVAC(land.session, kFinalRun, failed);
+    closeCalcLog(land.session);
+
+    const std::vector<std::string> lines = logLines();
+    ASSERT_EQ(lines.size(), 4u + 3u + 2u);
+    // The successor regenerates from the middle of the entry, so its age lags a year behind.
+    EXPECT_EQ(lines[4], "2030,OLD,6.333,3.667,300.0,0.0,320,0");
+    EXPECT_EQ(lines[5], "2031,OLD,2.667,7.333,300.0,1.0,321,1");
+    EXPECT_EQ(lines[6], "2032,OLD,0.000,10.000,300.0,1.0,322,1");
+    EXPECT_EQ(lines[7], "--------------------------");
 }
 
 TEST_F(CalcLog, WithoutTheOptionNoFileAndNoLines) {

@@ -91,7 +91,7 @@ TEST(cmdCalculate, WarnsOfMissingSecondHarvestsAndPartialCutParameters) {
     const auto& shown = screen.host.prompt.shown;
     ASSERT_EQ(shown.size(), 2u);
     EXPECT_EQ(shown[0].title, "Error");
-    EXPECT_NE(shown[0].text.find("1 Polygon(s) have a 0m\u00b3 volume at their subsequent "
+    EXPECT_NE(shown[0].text.find("1 Polygon(s) have a 0m\xb3 volume at their subsequent "
                                  "harvest age.  They will only be harvested on the first "
                                  "rotation."),
               std::string::npos);

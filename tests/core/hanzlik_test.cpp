@@ -73,7 +73,7 @@ TEST(Hanzlik, MenuOffersTheRateWithSeparatorAndFieldWithout) {
     EXPECT_EQ(box.title, "Hanzlik Caclulation");
     EXPECT_EQ(box.buttons, Buttons::YesNo);
     EXPECT_EQ(box.text,
-              "The rate calculated using the Hanzlik formula is 4,000m\u00b3/year\n"
+              "The rate calculated using the Hanzlik formula is 4,000m\xb3/year\n"
               "with a rotation of 85.0 years.\n\n"
               "Would you like to use the Hanzlik rate for the current harvest rate?");
     EXPECT_EQ(p.f.screen.txtVolToCut, "4000");
@@ -91,9 +91,9 @@ TEST(Hanzlik, CurrentAndFutureUseComputedHarvestAges) {
     mniCFHanz_Click(p.f.session);
     ASSERT_EQ(p.f.host.prompt.shown.size(), 1u);
     EXPECT_EQ(p.f.host.prompt.shown[0].text,
-              "Future :40m\u00b3/year\twith a rotation of 80.0 years.\n"
-              "Existing :40m\u00b3/year\twith a rotation of 80.0 years.\n"
-              "Hanzlik :40m\u00b3/year\twith a rotation of 70.0 years.\n");
+              "Future :40m\xb3/year\twith a rotation of 80.0 years.\n"
+              "Existing :40m\xb3/year\twith a rotation of 80.0 years.\n"
+              "Hanzlik :40m\xb3/year\twith a rotation of 70.0 years.\n");
 }
 
 TEST(Hanzlik, CurrentAndFutureFailWithoutExistingVolume) {

@@ -38,10 +38,10 @@ TEST(Auto, ClimbsFromHanzlikThenBisectsToTheSustainableRate) {
     ASSERT_GE(rows.size(), expectedStart.size());
     EXPECT_EQ(std::vector<std::string>(rows.begin(), rows.begin() + 8), expectedStart);
     EXPECT_EQ(rows.size(), 13u);  // nine bisections; the step then drops below 1
-    EXPECT_EQ(land.observer.hanzlikLine, "700 m\u00b3/yr HANZLIK - STARTING RATE");
+    EXPECT_EQ(land.observer.hanzlikLine, "700 m\xb3/yr HANZLIK - STARTING RATE");
     EXPECT_EQ(land.observer.searchLines.front(), "Calculating with 1050");
     EXPECT_EQ(land.observer.searchLines.back(), "999  HARVEST RATE");
-    EXPECT_EQ(land.observer.statusTexts.front(), "Within 175 m\u00b3/yr of harvest rate");
+    EXPECT_EQ(land.observer.statusTexts.front(), "Within 175 m\xb3/yr of harvest rate");
     EXPECT_EQ(land.observer.statusTexts.back(), "");
     EXPECT_EQ(land.screen.txtVolToCut, "999");
     EXPECT_EQ(land.observer.ratesShown.back(), "999");
@@ -74,6 +74,28 @@ TEST(Auto, AHanzlikRateBelowOneEndsOnTheTryLimit) {
     EXPECT_TRUE(land.host.prompt.showed("&NORATE"));
     EXPECT_EQ(land.observer.finalRuns, 0);
     EXPECT_EQ(land.screen.txtVolToCut, "0");
+}
+
+// Counts the repaints of the rate field and the Calculate button.
+struct PaintCounter final : CalcObserver {
+    int paints = 0;
+    void rateDirtyChanged(bool /*dirty*/) override { ++paints; }
+};
+
+TEST(ReCalc, RepaintsOnlyWhenTheMarkChanges) {
+    test::CalcFixture f({});
+    PaintCounter counter;
+    CalcSession s{f.m, f.screen, f.run, f.host.prompt, counter};
+    ReCalc(s, 0);  // already current
+    EXPECT_EQ(counter.paints, 0);
+    ReCalc(s, -1);
+    ReCalc(s, 1);
+    EXPECT_TRUE(f.run.RateDirty);
+    EXPECT_EQ(counter.paints, 1);
+    ReCalc(s, 0);
+    ReCalc(s, 0);
+    EXPECT_FALSE(f.run.RateDirty);
+    EXPECT_EQ(counter.paints, 2);
 }
 
 }  // namespace

@@ -162,6 +162,23 @@ TEST(IncrementYear, TakesTheInventoryAndTestsTheConstraints) {
     }
 }
 
+TEST(IncrementYear, AStandOfExactlyTheConstraintHeightReachesIt) {
+    Land land({{"A", 10.0f, 100}});
+    SetupCut(land.session);
+    land.run.CurYear = land.run.StartYear;
+    land.run.EndYear = 2040;
+    land.m.Calc.YearTable.resize(10);
+    // 12.2 has no exact binary form: the field must be read the way the heights are stored.
+    auto& curves = land.run.Yields.CurveTable;
+    curves.at(static_cast<std::size_t>(land.block(0).Curve)).Height.fill(12.2f);
+    land.screen.chkConHeight = true;
+    land.screen.txtHeight = "12.2";
+    land.screen.txtHeightPerc = "100";
+    IncrementYear(land.session, -1);
+    EXPECT_FLOAT_EQ(land.m.Calc.YearTable[0].InvAreaHeight, 10.0f);
+    EXPECT_FALSE(land.run.ConstraintBroken);
+}
+
 TEST(AVAC, RateOfZeroStaysOnTheFirstBlockAndCutsNothing) {
     Land land({{"A", 10.0f, 100}, {"B", 10.0f, 100}});
     EXPECT_EQ(land.simulate(kTrialRun, 0.0), 0);
@@ -191,6 +208,21 @@ TEST(AVAC, FinalRunDropsTheFirstAllowanceAndRevisitsBlocksFinishedExactly) {
     EXPECT_EQ(land.m.Calc.YearTable[2].NumPolygons, 2);
     EXPECT_EQ(land.m.Calc.YearTable[4].NumPolygons, 2);
     EXPECT_EQ(land.m.Calc.YearTable[5].NumPolygons, 1);
+}
+
+TEST(AVAC, ABlockTakenEarlyIsCutToTheEndAcrossSteps) {
+    // Due in 3 years, taken by Relax in the first; 1,540 m3 on it against 1,000 a year.
+    Land land({{"A", 10.0f, 77}});
+    land.run.Relax = 5;
+    EXPECT_EQ(land.simulate(kFinalRun, 1000.0), 0);
+    EXPECT_EQ(land.block(0).Status, 4 + 16);
+    EXPECT_EQ(land.block(0).CutFraction, 1.0f);
+    ASSERT_EQ(land.m.Calc.CutCount, 1);
+    EXPECT_EQ(land.m.Calc.CutList[1].StartYr, 2030);
+    EXPECT_EQ(land.m.Calc.CutList[1].EndYr, 2031);
+    EXPECT_FLOAT_EQ(land.volumeCut(0), 1000.0f);
+    EXPECT_NEAR(land.volumeCut(1), 547.0f, 0.1f);  // the rest, at one year older
+    EXPECT_EQ(land.volumeCut(2), 0.0f);
 }
 
 TEST(AVAC, TrialsStopWithTheirFailureWord) {

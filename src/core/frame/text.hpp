@@ -1,5 +1,9 @@
 #pragma once
 // Text helpers shared by every module: the trim rule and blank-padded fixed strings.
+//
+// The core's text is one byte a character, Latin-1, as project files and reference data hold
+// it; a program text beyond ASCII writes its byte ("m\xb3/yr" for cubic metres a year). The
+// screens and the batch front end convert at their edge.
 
 #include <array>
 #include <cstddef>

@@ -79,7 +79,7 @@ void chkArea_Click(CalcSession& s) {
 }
 
 std::string rateUnit(bool areaRun) {
-    return areaRun ? "ha/yr" : "m\u00b3/yr";
+    return areaRun ? "ha/yr" : "m\xb3/yr";
 }
 
 }  // namespace arborex

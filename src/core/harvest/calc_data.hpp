@@ -17,7 +17,7 @@ void SaveCalcData(CalcSession& s);
 void LoadCalcData(CalcSession& s);
 // chkArea's handler: AreaRun and the saved rate of that kind in txtVolToCut.
 void chkArea_Click(CalcSession& s);
-// The unit shown beside the rate (lbl(0)), in UTF-8: "ha/yr" or "m³/yr".
+// The unit shown beside the rate (lbl(0)): "ha/yr" or "m³/yr", as Latin-1 text.
 std::string rateUnit(bool areaRun);
 
 }  // namespace arborex

@@ -40,7 +40,7 @@ void warnNoSecondHarvest(CalcSession& s) {
     if (list.empty()) return;
     nmsgbox(s.m.Messages, s.prompt,
             std::to_string(count) +
-                " Polygon(s) have a 0m\u00b3 volume at their subsequent harvest age.  They will "
+                " Polygon(s) have a 0m\xb3 volume at their subsequent harvest age.  They will "
                 "only be harvested on the first rotation.",
             list, "Error", MsgOk, 0, s.m.MsgResult);
 }

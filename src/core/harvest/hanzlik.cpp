@@ -10,7 +10,7 @@ namespace arborex {
 
 namespace {
 
-constexpr const char* kCubicPerYear = "m\u00b3/year";
+constexpr const char* kCubicPerYear = "m\xb3/year";
 
 // Volume over rotation (S, m3/yr) and volume (T, m3) summed over stands.
 struct HanzlikSums {

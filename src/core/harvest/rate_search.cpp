@@ -32,7 +32,7 @@ void Auto(CalcSession& s) {
     CalcObserver& view = s.observer;
     const bool area = run.AreaRun;
     const char* format = area ? "0.000" : "0";
-    const std::string unit = area ? " ha/yr" : " m\u00b3/yr";
+    const std::string unit = area ? " ha/yr" : " m\xb3/yr";
     const double precision = area ? 0.001 : 1.0;
 
     double rate = 0.0;
@@ -100,8 +100,11 @@ void Auto(CalcSession& s) {
 }
 
 void ReCalc(CalcSession& s, int16_t flag) {
-    s.run.RateDirty = flag != 0;
-    s.observer.rateDirtyChanged(s.run.RateDirty);
+    // Only a change repaints; marking twice is the same as marking once.
+    const bool dirty = flag != 0;
+    if (dirty == s.run.RateDirty) return;
+    s.run.RateDirty = dirty;
+    s.observer.rateDirtyChanged(dirty);
 }
 
 }  // namespace arborex

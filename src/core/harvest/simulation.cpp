@@ -239,7 +239,7 @@ Standing standingOn(const CalcSession& s, const Block& block, float area) {
     return st;
 }
 
-void takeInventory(CalcSession& s, YearRec& year, int ageLimit, double heightLimit) {
+void takeInventory(CalcSession& s, YearRec& year, int ageLimit, float heightLimit) {
     const CalcState& calc = s.m.Calc;
     for (int b = 0; b <= calc.BlockLast; ++b) {
         const Block& block = calc.BlockList[b];
@@ -424,8 +424,11 @@ void IncrementYear(CalcSession& s, int16_t first) {
 
     const CalcScreen& screen = s.screen;
     const int ageShare = screen.chkConAge ? fieldWhole(screen.txtAgePerc) : 0;
-    const double heightShare = screen.chkConHeight ? tolerantNumber(screen.txtHeightPerc) : 0.0;
-    const double heightLimit = tolerantNumber(screen.txtHeight);
+    // Read as floats, like the heights and ratios they are compared with: a stand of exactly
+    // the constraint's height counts as reaching it.
+    const float heightShare =
+        screen.chkConHeight ? static_cast<float>(tolerantNumber(screen.txtHeightPerc)) : 0.0f;
+    const auto heightLimit = static_cast<float>(tolerantNumber(screen.txtHeight));
     const int ageLimit = fieldWhole(screen.txtAge);
 
     // Written again when the year closes, so that a year's inventory is what its harvest left.
