@@ -15,138 +15,115 @@
 namespace arborex {
 namespace {
 
-using test::FakeHost;
-using test::TempDir;
+using Rows = std::vector<std::string>;
 
-std::string write(const TempDir& dir, const std::string& name, const std::string& text) {
-    const std::string path = dir.file(name);
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
+// One line per record, "|" between the fields, so that a whole table compares at once.
+Rows rows(const std::vector<SpeciesRec>& table) {
+    Rows out;
+    for (const SpeciesRec& r : table)
+        out.push_back(r.Code.raw() + "|" + r.Code2.raw() + "|" + r.Desc.str() + "|" +
+                      std::to_string(r.Deciduous) + std::to_string(r.NonCommercial));
+    return out;
+}
+// Aliases from index 1: "alias>code@index".
+Rows rows(const std::vector<SpeciesAlias>& table) {
+    Rows out;
+    for (std::size_t i = 1; i < table.size(); ++i)
+        out.push_back(table[i].Alias.str() + ">" + table[i].Code.str() + "@" +
+                      std::to_string(table[i].Index));
+    return out;
+}
+Rows rows(const std::vector<RegCompRec>& table) {
+    Rows out;
+    for (const RegCompRec& r : table)
+        out.push_back(std::to_string(r.Region) + "|" + std::to_string(r.Comp) + "|" + r.CompLetter +
+                      "|" + std::to_string(r.PSYU) + "|" + r.Block + "|" + r.FIZ);
+    return out;
 }
 
-// A VDYP table of three species, each line showing one rule.
-ReferenceTables speciesV(FakeHost& host, const TempDir& dir) {
-    ReferenceTables ref;
-    LoadSpeciesV(ref, host,
-                 write(dir, "SPECIESV.DAT",
-                       "PL\tC\t-\t Lodgepole pine \t pli \tPLC\t\t \n"
-                       "no tabs on this line\n"
-                       "XX\t\t-\tfield 1 is empty\tXXX\n"
-                       "AT\tD\t-\tTrembling aspen\r\n"
-                       "W\tD\tN\t  Willow  \tWS\n"
-                       "LONG\tC\t-\tA description well beyond thirty-two characters\n"));
-    return ref;
-}
+const char* const kSpeciesV =
+    "PL\tC\t-\t Lodgepole pine \t pli \tPLC\t\t \n"
+    "no tabs on this line\n"
+    "XX\t\t-\tfield 1 is empty\tXXX\n"
+    "AT\tD\t-\tTrembling aspen\r\n"
+    "W\tD\tN\t  Willow  \tWS\n"
+    "LONG\tC\t-\tA description well beyond thirty-two characters\n";
 
-ReferenceTables speciesT(FakeHost& host, const TempDir& dir) {
-    ReferenceTables ref;
-    LoadSpeciesT(ref, host,
-                 write(dir, "SPECIEST.DAT",
-                       "\"FD\" \"FC\" \"Douglas-fir\" \"fdc\" \"FDI\" \"\"\n"
-                       "\"HW\" \"HW\" without a description\n"
-                       "\"XX\" \"three quotes only\n"
-                       "\"PL\",\"PI\",\"Lodgepole pine, no closing quote\n"));
-    return ref;
-}
+const char* const kSpeciesT =
+    "\"FD\" \"FC\" \"Douglas-fir\" \"fdc\" \"FDI\" \"\"\n"
+    "\"HW\" \"HW\" without a description\n"
+    "\"XX\" \"three quotes only\n"
+    "\"PL\",\"PI\",\"Lodgepole pine, no closing quote\n";
 
-TEST(SpeciesV, FieldsFlagsAndSkippedLines) {
-    FakeHost host;
-    TempDir dir;
-    const ReferenceTables ref = speciesV(host, dir);
+class RefTables : public ::testing::Test {
+protected:
+    std::string write(const std::string& name, const std::string& text) {
+        const std::string path = dir.file(name);
+        std::ofstream(path, std::ios::binary) << text;
+        return path;
+    }
+    ReferenceTables speciesV() {
+        ReferenceTables ref;
+        LoadSpeciesV(ref, host, write("SPECIESV.DAT", kSpeciesV));
+        return ref;
+    }
+    ReferenceTables speciesT() {
+        ReferenceTables ref;
+        LoadSpeciesT(ref, host, write("SPECIEST.DAT", kSpeciesT));
+        return ref;
+    }
+
+    test::FakeHost host;
+    test::TempDir dir;
+};
+
+TEST_F(RefTables, SpeciesVFieldsFlagsAliasesAndSkippedLines) {
+    const ReferenceTables ref = speciesV();
     EXPECT_TRUE(host.prompt.shown.empty());
-    ASSERT_EQ(ref.SpeciesVCount, 4);
-    ASSERT_EQ(ref.SpeciesV.size(), 5u);
-    EXPECT_EQ(ref.SpeciesV[0].Desc.str(), "- None -");
-    EXPECT_EQ(ref.SpeciesV[0].Code.raw(), "  ");
-
-    const SpeciesRec& pl = ref.SpeciesV[1];
-    EXPECT_EQ(pl.Code.str(), "PL");
-    EXPECT_EQ(pl.Code2.raw(), "  ");
-    EXPECT_EQ(pl.Desc.str(), "Lodgepole pine");
-    EXPECT_EQ(pl.Deciduous, 0);
-    EXPECT_EQ(pl.NonCommercial, 0);
-
-    EXPECT_EQ(ref.SpeciesV[2].Code.str(), "AT");
-    EXPECT_EQ(ref.SpeciesV[2].Deciduous, 1);
-    EXPECT_EQ(ref.SpeciesV[2].Desc.str(), "Trembling aspen");
-
-    // Non-commercial: the trimmed description gains its mark.
-    EXPECT_EQ(ref.SpeciesV[3].NonCommercial, 1);
+    EXPECT_EQ(ref.SpeciesVCount, 4);
+    // Non-commercial: the trimmed description gains its mark. The fixed string cuts code and
+    // description.
+    EXPECT_EQ(rows(ref.SpeciesV),
+              (Rows{"  |  |- None -|00", "PL|  |Lodgepole pine|00", "AT|  |Trembling aspen|10",
+                    "W |  |Willow (NC)|11", "LO|  |A description well beyond thirty|00"}));
     EXPECT_EQ(ref.SpeciesV[3].Desc.raw().substr(0, 13), "Willow (NC)  ");
-
-    // The fixed string cuts code and description.
-    EXPECT_EQ(ref.SpeciesV[4].Code.str(), "LO");
-    EXPECT_EQ(ref.SpeciesV[4].Desc.str(), "A description well beyond thirty");
+    // Aliases are trimmed, upper case and never empty.
+    EXPECT_EQ(ref.SpeciesVAliasCount, 3);
+    EXPECT_EQ(rows(ref.SpeciesVAlias), (Rows{"PLI>PL@1", "PLC>PL@1", "WS>W@3"}));
 }
 
-TEST(SpeciesV, AliasesAreTrimmedUpperCaseAndNeverEmpty) {
-    FakeHost host;
-    TempDir dir;
-    const ReferenceTables ref = speciesV(host, dir);
-    ASSERT_EQ(ref.SpeciesVAliasCount, 3);
-    ASSERT_EQ(ref.SpeciesVAlias.size(), 4u);
-    EXPECT_EQ(ref.SpeciesVAlias[1].Alias.str(), "PLI");
-    EXPECT_EQ(ref.SpeciesVAlias[1].Code.str(), "PL");
-    EXPECT_EQ(ref.SpeciesVAlias[1].Index, 1);
-    EXPECT_EQ(ref.SpeciesVAlias[2].Alias.str(), "PLC");
-    EXPECT_EQ(ref.SpeciesVAlias[3].Alias.str(), "WS");
-    EXPECT_EQ(ref.SpeciesVAlias[3].Index, 3);
+TEST_F(RefTables, SpeciesTQuotedFieldsAndTheirLimits) {
+    const ReferenceTables ref = speciesT();
+    EXPECT_EQ(ref.SpeciesTCount, 3);
+    // Four quotes are enough, the description then empty; an open description runs to the
+    // end of the line.
+    EXPECT_EQ(rows(ref.SpeciesT), (Rows{"  |  |- None -|00", "FD|FC|Douglas-fir|00", "HW|HW||00",
+                                        "PL|PI|Lodgepole pine, no closing quote|00"}));
+    EXPECT_EQ(ref.SpeciesTAliasCount, 2);
+    EXPECT_EQ(rows(ref.SpeciesTAlias), (Rows{"FDC>FD@1", "FDI>FD@1"}));
 }
 
-TEST(SpeciesT, QuotedFieldsAndTheirLimits) {
-    FakeHost host;
-    TempDir dir;
-    const ReferenceTables ref = speciesT(host, dir);
-    ASSERT_EQ(ref.SpeciesTCount, 3);
-    EXPECT_EQ(ref.SpeciesT[1].Code.str(), "FD");
-    EXPECT_EQ(ref.SpeciesT[1].Code2.str(), "FC");
-    EXPECT_EQ(ref.SpeciesT[1].Desc.str(), "Douglas-fir");
-    // Four quotes are enough; the description is then empty.
-    EXPECT_EQ(ref.SpeciesT[2].Code.str(), "HW");
-    EXPECT_EQ(ref.SpeciesT[2].Desc.str(), "");
-    // An open description runs to the end of the line.
-    EXPECT_EQ(ref.SpeciesT[3].Code.str(), "PL");
-    EXPECT_EQ(ref.SpeciesT[3].Code2.str(), "PI");
-    EXPECT_EQ(ref.SpeciesT[3].Desc.str(), "Lodgepole pine, no closing quote");
+TEST_F(RefTables, SpeciesLookupByCodesThenAliasesTrimmedAnyCaseUnknownIsNone) {
+    const ReferenceTables ref = speciesV();
+    for (auto [code, index] :
+         {std::pair{"PL", 1}, {" at", 2}, {"pli ", 1}, {"ws", 3}, {"ZZ", 0}, {"", 0}})
+        EXPECT_EQ(FindVSpecIdx(ref, code), index) << code;
 
-    ASSERT_EQ(ref.SpeciesTAliasCount, 2);
-    EXPECT_EQ(ref.SpeciesTAlias[1].Alias.str(), "FDC");
-    EXPECT_EQ(ref.SpeciesTAlias[2].Alias.str(), "FDI");
-    EXPECT_EQ(ref.SpeciesTAlias[2].Index, 1);
-}
-
-TEST(SpeciesLookup, CodesThenAliasesTrimmedAnyCaseUnknownIsNone) {
-    FakeHost host;
-    TempDir dir;
-    const ReferenceTables ref = speciesV(host, dir);
-    EXPECT_EQ(FindVSpecIdx(ref, "PL"), 1);
-    EXPECT_EQ(FindVSpecIdx(ref, " at"), 2);
-    EXPECT_EQ(FindVSpecIdx(ref, "pli "), 1);
-    EXPECT_EQ(FindVSpecIdx(ref, "ws"), 3);
-    EXPECT_EQ(FindVSpecIdx(ref, "ZZ"), 0);
-    EXPECT_EQ(FindVSpecIdx(ref, ""), 0);
-    EXPECT_EQ(FindVSpecIdx(ref, "PLI"), FindVSpecIdx(ref, "PL"));
-
-    const ReferenceTables t = speciesT(host, dir);
+    const ReferenceTables t = speciesT();
     EXPECT_EQ(FindTSpecIdx(t, "fdi"), 1);
     EXPECT_EQ(FindTSpecIdx(t, "PL"), 3);
     EXPECT_EQ(FindTSpecIdx(t, "PI"), 0);  // TIPSY's own code is not a key
     EXPECT_EQ(FindVSpecIdx(t, "FD"), 0);  // each model has its own table
+
+    // A code wins over an alias of the same name.
+    ReferenceTables both;
+    LoadSpeciesV(both, host, write("v.dat", "S\tC\t-\tSpruce\tSW\nSW\tC\t-\tWhite spruce\n"));
+    EXPECT_EQ(FindVSpecIdx(both, "SW"), 2);
 }
 
-TEST(SpeciesLookup, ACodeWinsOverAnAliasOfTheSameName) {
-    FakeHost host;
-    TempDir dir;
-    ReferenceTables ref;
-    LoadSpeciesV(ref, host, write(dir, "v.dat", "S\tC\t-\tSpruce\tSW\nSW\tC\t-\tWhite spruce\n"));
-    EXPECT_EQ(FindVSpecIdx(ref, "SW"), 2);
-}
-
-TEST(SpeciesTables, ReloadReplacesAndAMissingFileKeepsTheTable) {
-    FakeHost host;
-    TempDir dir;
-    ReferenceTables ref = speciesV(host, dir);
-    LoadSpeciesV(ref, host, write(dir, "other.dat", "FD\tC\t-\tDouglas-fir\tFDC\n"));
+TEST_F(RefTables, SpeciesReloadReplacesAndAMissingFileKeepsTheTable) {
+    ReferenceTables ref = speciesV();
+    LoadSpeciesV(ref, host, write("other.dat", "FD\tC\t-\tDouglas-fir\tFDC\n"));
     EXPECT_EQ(ref.SpeciesVCount, 1);
     EXPECT_EQ(ref.SpeciesV.size(), 2u);
     EXPECT_EQ(ref.SpeciesVAliasCount, 1);
@@ -163,18 +140,12 @@ TEST(SpeciesTables, ReloadReplacesAndAMissingFileKeepsTheTable) {
     EXPECT_EQ(ref.SpeciesT.size(), 1u);
 }
 
-TEST(PSYUList, SkippedLinesAndTolerantNumbers) {
-    FakeHost host;
-    TempDir dir;
+TEST_F(RefTables, PSYUListSkipsLinesAndReadsTolerantNumbers) {
     ReferenceTables ref;
     loadPSYU(ref, host,
-             write(dir, "PSYU.DAT",
-                   "304\tPurden\n"
-                   "no tab\n"
-                   "0\tzero is no unit\n"
-                   "-5\tnor is a negative one\n"
-                   "x\tnor a word\n"
-                   "12abc\t Nicola \textra field\n"));
+             write("PSYU.DAT",
+                   "304\tPurden\nno tab\n0\tzero is no unit\n-5\tnor is a negative one\n"
+                   "x\tnor a word\n12abc\t Nicola \textra field\n"));
     EXPECT_TRUE(host.prompt.shown.empty());
     ASSERT_EQ(ref.PSYUCount, 2);
     EXPECT_EQ(ref.PSYUList[1].Number, 304);
@@ -189,11 +160,9 @@ TEST(PSYUList, SkippedLinesAndTolerantNumbers) {
     EXPECT_EQ(ref.PSYUCount, 2);
 }
 
-TEST(PSYUList, ARepeatedLookupIsAnsweredFromTheCursor) {
-    FakeHost host;
-    TempDir dir;
+TEST_F(RefTables, PSYURepeatedLookupIsAnsweredFromTheCursor) {
     ReferenceTables ref;
-    loadPSYU(ref, host, write(dir, "PSYU.DAT", "10\tFirst\n20\tSecond\n"));
+    loadPSYU(ref, host, write("PSYU.DAT", "10\tFirst\n20\tSecond\n"));
     EXPECT_EQ(LookupPSYU(ref, 20), "Second");
     // An earlier entry now claims the number; only a fresh search would see it.
     ref.PSYUList[1].Number = 20;
@@ -202,92 +171,53 @@ TEST(PSYUList, ARepeatedLookupIsAnsweredFromTheCursor) {
     EXPECT_EQ(LookupPSYU(ref, 20), "First");
 }
 
-TEST(RegComp, FixedColumnsShortLinesAndLoadingOnce) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "Rc_table.dat",
-          " 3 16A  304AF\n"
-          " 4 12   404 D \n"
-          " 1 12   101 \n"  // twelve characters: no FIZ, skipped
-          "\n");
+TEST_F(RefTables, RegCompFixedColumnsShortLinesAndLoadingOnce) {
+    // The third line has twelve characters: no FIZ, skipped.
+    write("Rc_table.dat", " 3 16A  304AF\n 4 12   404 D \n 1 12   101 \n\n");
     ReferenceTables ref;
     LoadRegComp(ref, host, dir.path());
     EXPECT_TRUE(host.prompt.shown.empty());
-    ASSERT_EQ(ref.RegCompCount, 2);
-    const RegCompRec& a = ref.RegComp[0];
-    EXPECT_EQ(a.Region, 3);
-    EXPECT_EQ(a.Comp, 16);
-    EXPECT_EQ(a.CompLetter, "A");
-    EXPECT_EQ(a.PSYU, 304);
-    EXPECT_EQ(a.Block, "A");
-    EXPECT_EQ(a.FIZ, "F");
-    EXPECT_EQ(ref.RegComp[1].CompLetter, "");
-    EXPECT_EQ(ref.RegComp[1].Block, " ");
-    EXPECT_EQ(ref.RegComp[1].FIZ, "D ");
-
+    EXPECT_EQ(ref.RegCompCount, 2);
+    EXPECT_EQ(rows(ref.RegComp), (Rows{"3|16|A|304|A|F", "4|12||404| |D "}));
     EXPECT_EQ(findRegComp(ref, 3, 16, "A "), &ref.RegComp[0]);
     EXPECT_EQ(findRegComp(ref, 4, 12, ""), &ref.RegComp[1]);
     EXPECT_EQ(findRegComp(ref, 3, 16, ""), nullptr);
     EXPECT_EQ(findRegComp(ref, 1, 12, ""), nullptr);
 
     // A table in hand is kept, whatever the file now says.
-    write(dir, "Rc_table.dat", " 9  9   909 A\n");
+    write("Rc_table.dat", " 9  9   909 A\n");
     LoadRegComp(ref, host, dir.path() + "/");
     EXPECT_EQ(ref.RegCompCount, 2);
     EXPECT_EQ(findRegComp(ref, 9, 9, ""), nullptr);
-}
 
-TEST(RegComp, AMissingTableIsToldEveryTimeItIsWanted) {
-    FakeHost host;
-    TempDir dir;
-    ReferenceTables ref;
-    LoadRegComp(ref, host, dir.path());
-    LoadRegComp(ref, host, dir.path());
+    // A missing table is told every time it is wanted.
+    ReferenceTables none;
+    LoadRegComp(none, host, dir.file("nowhere"));
+    LoadRegComp(none, host, dir.file("nowhere"));
     EXPECT_EQ(host.prompt.shown.size(), 2u);
-    EXPECT_EQ(ref.RegCompCount, 0);
+    EXPECT_EQ(none.RegCompCount, 0);
 }
 
 const char* const kChoices =
-    "[STOCKING]\n"
-    "R\n"
-    "\n"
-    "  1  \n"
-    "[NOTES]\n"
-    "ignored\n"
-    "[VUTILIZ]\n"
-    "12.5\n"
-    "[TUTILIZ]\n"
-    "17.5\r\n"
-    "[FIZ]\n"
-    "A\n"
-    "[REGEN]\n"
-    "Natural\n"
-    "Planted\n"
-    "[OWNERSHIP]\n"
-    "c - Crown\n"
-    "P - Private\n"
-    "[SILVI]\n"
-    "Clearcut\n";
+    "[STOCKING]\nR\n\n  1  \n[NOTES]\nignored\n[VUTILIZ]\n12.5\n[TUTILIZ]\n17.5\r\n[FIZ]\nA\n"
+    "[REGEN]\nNatural\nPlanted\n[OWNERSHIP]\nc - Crown\nP - Private\n[SILVI]\nClearcut\n";
 
-TEST(Choices, SectionsFillListsNamesAndCodes) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "choose.txt", kChoices);
+TEST_F(RefTables, ChoicesSectionsFillListsNamesAndCodes) {
+    write("choose.txt", kChoices);
     ReferenceTables ref;
     LoadChoices(ref, host, dir.path(), true);
     EXPECT_TRUE(host.prompt.shown.empty());
-    EXPECT_EQ(ref.Choices.STOCKING, (std::vector<std::string>{"R", "1"}));
-    EXPECT_EQ(ref.Choices.VUTILIZ, (std::vector<std::string>{"12.5"}));
-    EXPECT_EQ(ref.Choices.TUTILIZ, (std::vector<std::string>{"17.5"}));
-    EXPECT_EQ(ref.Choices.FIZ, (std::vector<std::string>{"A"}));
-    EXPECT_EQ(ref.Choices.REGEN, (std::vector<std::string>{"Natural", "Planted"}));
-    EXPECT_EQ(ref.Choices.OWNERSHIP, (std::vector<std::string>{"c - Crown", "P - Private"}));
-    EXPECT_EQ(ref.Choices.SILVI, (std::vector<std::string>{"Clearcut"}));
+    const ChoiceLists& c = ref.Choices;
+    EXPECT_EQ(c.STOCKING, (Rows{"R", "1"}));
+    EXPECT_EQ(c.VUTILIZ, (Rows{"12.5"}));
+    EXPECT_EQ(c.TUTILIZ, (Rows{"17.5"}));
+    EXPECT_EQ(c.FIZ, (Rows{"A"}));
+    EXPECT_EQ(c.REGEN, (Rows{"Natural", "Planted"}));
+    EXPECT_EQ(c.OWNERSHIP, (Rows{"c - Crown", "P - Private"}));
+    EXPECT_EQ(c.SILVI, (Rows{"Clearcut"}));
     EXPECT_EQ(ref.OwnershipCount, 1);
     EXPECT_EQ(ref.OwnershipNames[0], "c - Crown");
-    EXPECT_EQ(ref.OwnershipCodes[0], 'C');
-    EXPECT_EQ(ref.OwnershipCodes[1], 'P');
-    EXPECT_EQ(ref.OwnershipCodes[2], ' ');
+    EXPECT_EQ(std::string(ref.OwnershipCodes.begin(), ref.OwnershipCodes.end()), "CP  ");
     EXPECT_EQ(ref.SilviCount, 0);
     EXPECT_EQ(ref.SilviNames[0], "Clearcut");
 
@@ -295,24 +225,25 @@ TEST(Choices, SectionsFillListsNamesAndCodes) {
     LoadChoices(ref, host, dir.path(), true);
     EXPECT_EQ(ref.Choices.REGEN.size(), 2u);
     EXPECT_EQ(ref.OwnershipCount, 1);
-}
 
-TEST(Choices, WithoutListsOnlyTheOwnershipAndSilviTablesFill) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "choose.txt", kChoices);
-    ReferenceTables ref;
-    LoadChoices(ref, host, dir.path(), false);
-    EXPECT_TRUE(ref.Choices.STOCKING.empty());
-    EXPECT_TRUE(ref.Choices.OWNERSHIP.empty());
+    // A missing file leaves the lists as they were.
+    LoadChoices(ref, host, dir.file("elsewhere"), true);
+    ASSERT_EQ(host.prompt.shown.size(), 1u);
+    EXPECT_EQ(host.prompt.shown[0].title, "Loading Choices.");
     EXPECT_EQ(ref.OwnershipCount, 1);
-    EXPECT_EQ(ref.SilviCount, 0);
+    EXPECT_EQ(ref.Choices.FIZ.size(), 1u);
+
+    // Without lists only the ownership and silviculture tables fill.
+    ReferenceTables tablesOnly;
+    LoadChoices(tablesOnly, host, dir.path(), false);
+    EXPECT_TRUE(tablesOnly.Choices.STOCKING.empty());
+    EXPECT_TRUE(tablesOnly.Choices.OWNERSHIP.empty());
+    EXPECT_EQ(tablesOnly.OwnershipCount, 1);
+    EXPECT_EQ(tablesOnly.SilviCount, 0);
 }
 
-TEST(Choices, TheFifthOwnershipAndTheFourthSilviAreRefused) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "choose.txt",
+TEST_F(RefTables, ChoicesRefuseTheFifthOwnershipAndTheFourthSilvi) {
+    write("choose.txt",
           "[OWNERSHIP]\nC - Crown\nP - Private\nT - Top-up\nO - Other\nX - Extra\n"
           "[SILVI]\nClearcut\nPartial Cut\nThird\nFourth\n");
     ReferenceTables ref;
@@ -330,19 +261,6 @@ TEST(Choices, TheFifthOwnershipAndTheFourthSilviAreRefused) {
     EXPECT_EQ(ref.Choices.SILVI.size(), 3u);
 }
 
-TEST(Choices, AMissingFileLeavesTheListsAsTheyWere) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "choose.txt", kChoices);
-    ReferenceTables ref;
-    LoadChoices(ref, host, dir.path(), true);
-    LoadChoices(ref, host, dir.file("elsewhere"), true);
-    ASSERT_EQ(host.prompt.shown.size(), 1u);
-    EXPECT_EQ(host.prompt.shown[0].title, "Loading Choices.");
-    EXPECT_EQ(ref.OwnershipCount, 1);
-    EXPECT_EQ(ref.Choices.FIZ.size(), 1u);
-}
-
 Model modelWithPolygons(int count) {
     Model m;
     ResizePolygonArrays(m, count);
@@ -350,15 +268,13 @@ Model modelWithPolygons(int count) {
     return m;
 }
 
-TEST(FindSpecIDX, BindsCodesAndTakesTheTablesOwnCode) {
-    FakeHost host;
-    TempDir dir;
+TEST_F(RefTables, FindSpecIDXBindsCodesAndTakesTheTablesOwnCode) {
     Model m = modelWithPolygons(2);
-    m.Ref = speciesV(host, dir);
+    m.Ref = speciesV();
     LoadSpeciesT(m.Ref, host,
-                 write(dir, "SPECIEST.DAT",
-                       "\"FD\" \"FC\" \"Douglas-fir\" \"FDC\"\n"
-                       "\"PL\" \"PL\" \"Lodgepole pine\" \"PLI\"\n"));
+                 write("SPECIEST.DAT",
+                       "\"FD\" \"FC\" \"Douglas-fir\" \"FDC\"\n\"PL\" \"PL\" \"Lodgepole pine\" "
+                       "\"PLI\"\n"));
     PolyData& p = m.Poly[1];
     p.VS = {Code2("at"), Code2("ZZ"), Code2("  "), Code2("WS"), Code2("PL"), Code2("")};
     p.VSIDX = {9, 9, 9, 9, 9, 9};
@@ -376,7 +292,7 @@ TEST(FindSpecIDX, BindsCodesAndTakesTheTablesOwnCode) {
     EXPECT_EQ(m.Poly[0].VSIDX[0], 0);
 }
 
-TEST(FindSpecIDX, TablesNotLoadedLeaveTheStoredBinding) {
+TEST_F(RefTables, FindSpecIDXLeavesTheStoredBindingOfATableNotLoaded) {
     Model m = modelWithPolygons(1);
     m.Poly[0].VS[0] = "PLI";
     m.Poly[0].VSIDX[0] = 7;
@@ -388,48 +304,41 @@ TEST(FindSpecIDX, TablesNotLoadedLeaveTheStoredBinding) {
     EXPECT_EQ(m.Poly[0].TSIDX[0], 3);
 
     // Only the loaded table binds.
-    FakeHost host;
-    TempDir dir;
-    LoadSpeciesT(m.Ref, host, write(dir, "t.dat", "\"FD\" \"FC\" \"Douglas-fir\"\n"));
+    LoadSpeciesT(m.Ref, host, write("t.dat", "\"FD\" \"FC\" \"Douglas-fir\"\n"));
     findSpecIDX(m);
     EXPECT_EQ(m.Poly[0].VSIDX[0], 7);
     EXPECT_EQ(m.Poly[0].TSIDX[0], 1);
 }
 
-TEST(FindAllPSYU, FillsLivePolygonsThatFindARecord) {
-    FakeHost host;
-    TempDir dir;
-    write(dir, "Rc_table.dat", " 3 16A  304AF\n 4 12   404 D\n");
+TEST_F(RefTables, FindAllPSYUFillsLivePolygonsThatFindARecord) {
+    write("Rc_table.dat", " 3 16A  304AF\n 4 12   404 D\n");
     Model m = modelWithPolygons(4);
     m.Paths[ArborexFolder] = dir.path() + "/";
-    auto place = [&m](int p, const char* region, const char* comp, const char* letter) {
-        m.Poly[static_cast<std::size_t>(p)].REGION = region;
-        m.Poly[static_cast<std::size_t>(p)].COMP = comp;
-        m.Poly[static_cast<std::size_t>(p)].COMPL = letter;
-        m.Poly[static_cast<std::size_t>(p)].PSYU = 1;
-        m.Poly[static_cast<std::size_t>(p)].FIZ = "Z";
-    };
-    place(0, " 3", "016", "A");
-    place(1, "4", "12x", " ");
-    place(2, "3", "16", "B");  // no such letter
-    place(3, "4", "12", "");
+    const char* places[][3] = {
+        {" 3", "016", "A"}, {"4", "12x", " "}, {"3", "16", "B"}, {"4", "12", ""}};
+    for (std::size_t p = 0; p < 4; ++p) {
+        m.Poly[p].REGION = places[p][0];
+        m.Poly[p].COMP = places[p][1];
+        m.Poly[p].COMPL = places[p][2];  // polygon 2 has no such letter
+        m.Poly[p].PSYU = 1;
+        m.Poly[p].FIZ = "Z";
+    }
     m.PolyC[3].DELETE = 1;
 
     EXPECT_EQ(FindAllPSYU(m, host), 2);
     EXPECT_TRUE(host.prompt.shown.empty());
-    EXPECT_EQ(m.Poly[0].PSYU, 304);
-    EXPECT_EQ(m.Poly[0].PSYUBLOCK.str(), "A");
-    EXPECT_EQ(m.Poly[0].FIZ.str(), "F");
-    EXPECT_EQ(m.Poly[1].PSYU, 404);
-    EXPECT_EQ(m.Poly[1].PSYUBLOCK.str(), "");
-    EXPECT_EQ(m.Poly[1].FIZ.str(), "D");
-    EXPECT_EQ(m.Poly[2].PSYU, 1);
-    EXPECT_EQ(m.Poly[2].FIZ.str(), "Z");
+    auto filled = [&m](std::size_t p) {
+        return std::to_string(m.Poly[p].PSYU) + "|" + m.Poly[p].PSYUBLOCK.str() + "|" +
+               m.Poly[p].FIZ.str();
+    };
+    EXPECT_EQ(filled(0), "304|A|F");
+    EXPECT_EQ(filled(1), "404||D");
+    EXPECT_EQ(filled(2), "1||Z");
     EXPECT_EQ(m.Poly[3].PSYU, 1);
 }
 
 TEST(InstalledData, LoadsCleanlyAndHangsTogether) {
-    FakeHost host;
+    test::FakeHost host;
     const std::string folder = std::string(ARBOREX_SOURCE_DIR) + "/data/";
     ReferenceTables ref;
     LoadChoices(ref, host, folder, true);

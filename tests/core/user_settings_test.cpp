@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "frame/file_locations.hpp"
 #include "frame/settings_lock.hpp"
@@ -19,10 +20,6 @@ namespace fs = std::filesystem;
 
 void touch(const std::string& path) {
     std::ofstream(path) << "x";
-}
-
-std::optional<std::string> userValue(test::FakeHost& host, const char* section, const char* key) {
-    return host.settings.read(SettingsRoot::User, section, key);
 }
 
 // A machine with an installation folder holding the TIPSY species table, and a user with a
@@ -43,6 +40,17 @@ struct Machine {
         host.system.documents = dir.file("home/Documents");
     }
     std::string install() const { return dir.file("install/"); }
+    std::string documents() const { return dir.file("home/Documents/Arborex for Windows/"); }
+    std::string temp() const { return dir.file("home/.local/share/Arborex/temp/"); }
+    std::optional<std::string> user(const char* section, const char* key) {
+        return host.settings.read(SettingsRoot::User, section, key);
+    }
+    std::optional<std::string> machine(const char* section, const char* key) {
+        return host.settings.read(SettingsRoot::Machine, section, key);
+    }
+    void put(const char* section, const char* key, const std::string& value, bool root = false) {
+        PutRegistryStr(host.settings, section, key, value, root);
+    }
     // Start-up's settings steps, in their order.
     void start() {
         ResetVars(m);
@@ -62,17 +70,16 @@ TEST(SettingsReads, SelfFillingAndTheNumericRule) {
 
     EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 40);
     EXPECT_EQ(store.read(SettingsRoot::User, "harvest", "minage"), "40");  // keys ignore case
-    PutRegistryStr(store, "HARVEST", "MINAGE", "65", false);
-    EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 65);
-    PutRegistryStr(store, "HARVEST", "MINAGE", "sixty", false);
-    EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 40);
-    EXPECT_EQ(store.read(SettingsRoot::User, "HARVEST", "MINAGE"), "sixty");  // left as it was
-    PutRegistryStr(store, "HARVEST", "MINAGE", "", false);
-    EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 40);  // empty is not a number
-    PutRegistryStr(store, "HARVEST", "MINAGE", "99999999999", false);
-    EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 40);
-    PutRegistryStr(store, "HARVEST", "MINAGE", "62.5", false);
-    EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), 62);  // half to even
+    // Text that is no number in range, empty text included, gives the fallback and stays.
+    for (auto [stored, value] : {std::pair{"65", 65},
+                                 {"sixty", 40},
+                                 {"", 40},
+                                 {"99999999999", 40},
+                                 {"62.5", 62}}) {  // half to even
+        PutRegistryStr(store, "HARVEST", "MINAGE", stored, false);
+        EXPECT_EQ(getRegLng(store, "HARVEST", "MINAGE", 40, false), value) << stored;
+        EXPECT_EQ(store.read(SettingsRoot::User, "HARVEST", "MINAGE"), stored);
+    }
     // The machine root is a root of its own.
     EXPECT_EQ(getRegLng(store, "VDYP", "MAXAGE", 300, true), 300);
     EXPECT_EQ(store.read(SettingsRoot::Machine, "VDYP", "MAXAGE"), "300");
@@ -88,39 +95,33 @@ TEST(LoadRegistry, AFirstRunFillsTheStoreWithEveryKey) {
             << def.section << "/" << def.key;
     }
     for (const char* key : {"FILE0", "FILE1", "FILE2", "FILE3"})
-        EXPECT_EQ(userValue(pc.host, "FILES", key), "");
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "SPLIT"), "100.0");
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "PCADJUSTFACT"), "0.80");
-    EXPECT_EQ(userValue(pc.host, "COLORS", "MATURED"), std::to_string(rgb(64, 127, 0)));
-    EXPECT_EQ(pc.host.settings.read(SettingsRoot::Machine, "FileLocations", "TIPSYexe"),
-              pc.install() + "TIPSY/btipsy.exe");
-    EXPECT_EQ(userValue(pc.host, "FileLocations", "UserDocuments"),
-              pc.dir.file("home/Documents/Arborex for Windows/"));
-    EXPECT_EQ(userValue(pc.host, "FileLocations", "UserTemp"),
-              pc.dir.file("home/.local/share/Arborex/temp/"));
+        EXPECT_EQ(pc.user("FILES", key), "");
+    EXPECT_EQ(pc.user("HARVEST", "SPLIT"), "100.0");
+    EXPECT_EQ(pc.user("HARVEST", "PCADJUSTFACT"), "0.80");
+    EXPECT_EQ(pc.user("COLORS", "MATURED"), std::to_string(rgb(64, 127, 0)));
+    EXPECT_EQ(pc.machine("FileLocations", "TIPSYexe"), pc.install() + "TIPSY/btipsy.exe");
+    EXPECT_EQ(pc.user("FileLocations", "UserDocuments"), pc.documents());
+    EXPECT_EQ(pc.user("FileLocations", "UserTemp"), pc.temp());
 
-    EXPECT_EQ(pc.m.Settings.MINAGE, 40);
-    EXPECT_EQ(pc.m.Settings.PCADJUSTFACT, 0.8f);
-    EXPECT_EQ(pc.m.Settings.YieldIncAge[1], 10);
-    EXPECT_EQ(pc.m.LaunchEditor, 1);
+    const ProjectSettings& s = pc.m.Settings;
+    EXPECT_EQ(std::tie(s.MINAGE, s.PCADJUSTFACT, s.YieldIncAge[1], pc.m.LaunchEditor),
+              std::make_tuple(40, 0.8f, 10, 1));
 }
 
 TEST(LoadRegistry, StoredValuesOverrideTheDefaults) {
     Machine pc;
-    PutRegistryStr(pc.host.settings, "HARVEST", "MINVOL", "175.5", false);
-    PutRegistryStr(pc.host.settings, "HARVEST", "PLANHORZ", "not a number", false);
-    PutRegistryStr(pc.host.settings, "HARVEST", "MINAGE", "70000", false);  // beyond 16 bits
-    PutRegistryStr(pc.host.settings, "TIPSY", "INCAGE", "5", true);
-    PutRegistryStr(pc.host.settings, "COLORS", "AGE", "65280", false);
-    PutRegistryStr(pc.host.settings, "USER", "COMPANY", "Cedar Creek Ltd.", false);
-    PutRegistryStr(pc.host.settings, "FILES", "FILE0", "/plans/a.arx", false);
+    pc.put("HARVEST", "MINVOL", "175.5");
+    pc.put("HARVEST", "PLANHORZ", "not a number");
+    pc.put("HARVEST", "MINAGE", "70000");  // beyond 16 bits
+    pc.put("TIPSY", "INCAGE", "5", true);
+    pc.put("COLORS", "AGE", "65280");
+    pc.put("USER", "COMPANY", "Cedar Creek Ltd.");
+    pc.put("FILES", "FILE0", "/plans/a.arx");
     pc.start();
-    EXPECT_EQ(pc.m.Settings.MINVOL, 175.5f);
-    EXPECT_EQ(pc.m.Settings.PLANHORZ, 250);
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "PLANHORZ"), "not a number");
-    EXPECT_EQ(pc.m.Settings.MINAGE, 40);
-    EXPECT_EQ(pc.m.Settings.YieldIncAge[1], 5);
-    EXPECT_EQ(pc.m.Settings.COLORS[ColAGE], 65280);
+    const ProjectSettings& s = pc.m.Settings;
+    EXPECT_EQ(std::tie(s.MINVOL, s.PLANHORZ, s.MINAGE, s.YieldIncAge[1], s.COLORS[ColAGE]),
+              std::make_tuple(175.5f, 250, 40, 5, 65280));
+    EXPECT_EQ(pc.user("HARVEST", "PLANHORZ"), "not a number");
     EXPECT_EQ(pc.m.Header.Company.str(), "Cedar Creek Ltd.");
     EXPECT_EQ(pc.m.LastFiles[0], "/plans/a.arx");
 }
@@ -128,7 +129,7 @@ TEST(LoadRegistry, StoredValuesOverrideTheDefaults) {
 TEST(LoadRegistry, ANewUserGetsTheSampleFolderAndItsProjects) {
     Machine bare;
     bare.start();
-    const std::string samples = bare.dir.file("home/Documents/Arborex for Windows/sample");
+    const std::string samples = bare.documents() + "sample";
     EXPECT_TRUE(fs::is_directory(samples));  // no sample folder installed: an empty folder
     EXPECT_TRUE(fs::is_empty(samples));
     EXPECT_EQ(bare.host.status.texts.at(0), "Setting up new user: pat");
@@ -137,27 +138,28 @@ TEST(LoadRegistry, ANewUserGetsTheSampleFolderAndItsProjects) {
     fs::create_directories(pc.dir.file("install/sample"));
     touch(pc.dir.file("install/sample/Woodlot.arx"));
     pc.start();
-    EXPECT_TRUE(fs::exists(pc.dir.file("home/Documents/Arborex for Windows/sample/Woodlot.arx")));
+    const std::string copied = pc.documents() + "sample/Woodlot.arx";
+    EXPECT_TRUE(fs::exists(copied));
 
     // The second start is no new user: nothing is shown or copied again.
-    fs::remove(pc.dir.file("home/Documents/Arborex for Windows/sample/Woodlot.arx"));
+    fs::remove(copied);
     pc.host.status.texts.clear();
     pc.start();
     EXPECT_TRUE(pc.host.status.texts.empty());
-    EXPECT_FALSE(fs::exists(pc.dir.file("home/Documents/Arborex for Windows/sample/Woodlot.arx")));
+    EXPECT_FALSE(fs::exists(copied));
 }
 
 TEST(LoadRegistry, AFolderAnOldInstallerLeftIsNotInherited) {
     Machine pc;
-    PutRegistryStr(pc.host.settings, "FileLocations", "UserDocuments", "C:\\mkerr_b\\docs", false);
-    PutRegistryStr(pc.host.settings, "FileLocations", "UserTemp", "C:\\mkerr_b\\temp", false);
+    pc.put("FileLocations", "UserDocuments", "C:\\mkerr_b\\docs");
+    pc.put("FileLocations", "UserTemp", "C:\\mkerr_b\\temp");
     pc.start();
-    EXPECT_EQ(pc.m.Paths[UserDocuments], pc.dir.file("home/Documents/Arborex for Windows/"));
-    EXPECT_EQ(pc.m.Paths[UserTemp], pc.dir.file("home/.local/share/Arborex/temp/"));
-    EXPECT_EQ(userValue(pc.host, "FileLocations", "UserTemp"), pc.m.Paths[UserTemp]);
+    EXPECT_EQ(pc.m.Paths[UserDocuments], pc.documents());
+    EXPECT_EQ(pc.m.Paths[UserTemp], pc.temp());
+    EXPECT_EQ(pc.user("FileLocations", "UserTemp"), pc.m.Paths[UserTemp]);
 
     Machine kept;
-    PutRegistryStr(kept.host.settings, "FileLocations", "UserDocuments", "/srv/plans", false);
+    kept.put("FileLocations", "UserDocuments", "/srv/plans");
     kept.start();
     EXPECT_EQ(kept.m.Paths[UserDocuments], "/srv/plans/");
     EXPECT_TRUE(kept.host.status.texts.empty());
@@ -165,8 +167,7 @@ TEST(LoadRegistry, AFolderAnOldInstallerLeftIsNotInherited) {
 
 TEST(DefaultPaths, TheMachinesDocumentsFolderExpandsUserVariables) {
     Machine pc;
-    PutRegistryStr(pc.host.settings, "FileLocations", "DefaultUserDocuments",
-                   "%UserProfile%/Plans/%UserName%", true);
+    pc.put("FileLocations", "DefaultUserDocuments", "%UserProfile%/Plans/%UserName%", true);
     pc.m.Paths[ArborexFolder] = pc.install();
     DefaultPaths(pc.m, pc.host);
     EXPECT_EQ(pc.m.Paths[DefaultUserDocuments], pc.dir.file("home/Plans/pat"));
@@ -180,7 +181,7 @@ TEST(GetAppPath, AsksUntilAFolderHoldsTheSpeciesTable) {
     // Found beside the program, in any case, and remembered.
     ASSERT_TRUE(GetAppPath(pc.m, pc.host, pc.dir.file("install")));
     EXPECT_EQ(pc.m.Paths[ArborexFolder], pc.install());
-    EXPECT_EQ(userValue(pc.host, "FileLocations", "ArborexFolder"), pc.install());
+    EXPECT_EQ(pc.user("FileLocations", "ArborexFolder"), pc.install());
 
     Machine lost;
     lost.host.prompt.inputs = {std::string(lost.dir.file("nowhere")), lost.dir.file("install")};
@@ -191,12 +192,13 @@ TEST(GetAppPath, AsksUntilAFolderHoldsTheSpeciesTable) {
     EXPECT_EQ(lost.host.prompt.shown[0].text,
               "'Speciest.dat' not found.  Please enter the path to Arborex: ");
 
-    Machine gaveUp;
-    gaveUp.host.prompt.inputs = {std::string()};
-    EXPECT_FALSE(GetAppPath(gaveUp.m, gaveUp.host, gaveUp.dir.file("home")));
-    Machine cancelled;
-    cancelled.host.prompt.inputs = {std::nullopt};
-    EXPECT_FALSE(GetAppPath(cancelled.m, cancelled.host, cancelled.dir.file("home")));
+    // An empty answer and a cancel both give up.
+    for (const std::optional<std::string>& answer :
+         {std::optional<std::string>(""), std::optional<std::string>()}) {
+        Machine gaveUp;
+        gaveUp.host.prompt.inputs = {answer};
+        EXPECT_FALSE(GetAppPath(gaveUp.m, gaveUp.host, gaveUp.dir.file("home")));
+    }
 }
 
 TEST(CheckPaths, MakesTheFoldersAndListsMissingProgramsInOneBox) {
@@ -211,11 +213,10 @@ TEST(CheckPaths, MakesTheFoldersAndListsMissingProgramsInOneBox) {
     EXPECT_TRUE(fs::is_directory(pc.m.Paths[UserDocuments]));
     EXPECT_TRUE(pc.host.prompt.failures.empty());
     ASSERT_EQ(pc.host.prompt.shown.size(), 1u);
-    const std::string& text = pc.host.prompt.shown[0].text;
-    EXPECT_EQ(text, "File not found: " + pc.install() + "TIPSY/btipsy.exe\n" + "File not found: " +
-                        pc.install() + "VDYP/vdyp.hlp\n" + "File not found: " + pc.install() +
-                        "TIPSY/TIPSY32.hlp\n" + "File not found!\n" +
-                        "File not found: " + pc.install() + "TIPSY/arborex2.btp");
+    const std::string missing = "File not found: " + pc.install();
+    EXPECT_EQ(pc.host.prompt.shown[0].text,
+              missing + "TIPSY/btipsy.exe\n" + missing + "VDYP/vdyp.hlp\n" + missing +
+                  "TIPSY/TIPSY32.hlp\nFile not found!\n" + missing + "TIPSY/arborex2.btp");
 }
 
 TEST(CheckPaths, AFolderThatCannotBeWrittenGoesToTheErrorScreen) {
@@ -234,25 +235,27 @@ TEST(CheckPaths, AFolderThatCannotBeWrittenGoesToTheErrorScreen) {
 TEST(SaveSettings, HarvestKeysAreSpelledInCapitalsAndNetDownKeepsItsFirstValue) {
     Machine pc;
     pc.start();
-    pc.m.Settings.PCnext = 25;
-    pc.m.Settings.PCperc = 35;
-    pc.m.Settings.PCNETDOWN = 5;
-    pc.m.Settings.SPLIT = 12.25f;
-    pc.m.Settings.MINVOL = 180.5f;
+    ProjectSettings& s = pc.m.Settings;
+    s.PCnext = 25;
+    s.PCperc = 35;
+    s.PCNETDOWN = 5;
+    s.SPLIT = 12.25f;
+    s.MINVOL = 180.5f;
     SaveRegHarvest(pc.m, pc.host.settings);
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "PCNEXT"), "25");
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "PCperc"), "35");  // the same value by any case
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "PCNETDOWN"), "20");
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "SPLIT"), "12.3");  // written as "0.0"
-    EXPECT_EQ(userValue(pc.host, "HARVEST", "MINVOL"), "180.5");
+    // PCperc is the same value by any case; SPLIT is written as "0.0".
+    for (auto [key, value] : {std::pair{"PCNEXT", "25"},
+                              {"PCperc", "35"},
+                              {"PCNETDOWN", "20"},
+                              {"SPLIT", "12.3"},
+                              {"MINVOL", "180.5"}})
+        EXPECT_EQ(pc.user("HARVEST", key), value) << key;
 
     Model fresh;
     SetDefaults(fresh);
     ResetVars(fresh);
     fresh.Paths = pc.m.Paths;
     LoadRegistry(fresh, pc.host);
-    EXPECT_EQ(fresh.Settings.PCnext, 25);
-    EXPECT_EQ(fresh.Settings.PCperc, 35);
+    EXPECT_EQ(std::tie(fresh.Settings.PCnext, fresh.Settings.PCperc), std::make_tuple(25, 35));
 }
 
 TEST(SaveSettings, ProjectInfoAndTheSettingsScreensGroups) {
@@ -262,16 +265,16 @@ TEST(SaveSettings, ProjectInfoAndTheSettingsScreensGroups) {
     pc.m.Header.Licence = "W1234";
     pc.m.Header.Scenario = "7";
     SaveRegProjectInfo(pc.m, pc.host.settings);
-    EXPECT_EQ(userValue(pc.host, "USER", "USER"), "Pat Logger");
-    EXPECT_EQ(userValue(pc.host, "USER", "ARBOREX"), "W1234");
+    EXPECT_EQ(pc.user("USER", "USER"), "Pat Logger");
+    EXPECT_EQ(pc.user("USER", "ARBOREX"), "W1234");
 
     pc.m.Settings.YieldMaxAge[0] = 250;
     pc.m.Settings.YIELDINC = 5;
     SaveRegSettings(pc.m, pc.host.settings, false);
-    EXPECT_EQ(userValue(pc.host, "DISPLAY", "YIELDINC"), "5");
-    EXPECT_EQ(pc.host.settings.read(SettingsRoot::Machine, "VDYP", "MAXAGE"), "300");
+    EXPECT_EQ(pc.user("DISPLAY", "YIELDINC"), "5");
+    EXPECT_EQ(pc.machine("VDYP", "MAXAGE"), "300");
     SaveRegSettings(pc.m, pc.host.settings, true);
-    EXPECT_EQ(pc.host.settings.read(SettingsRoot::Machine, "VDYP", "MAXAGE"), "250");
+    EXPECT_EQ(pc.machine("VDYP", "MAXAGE"), "250");
 }
 
 TEST(SettingsLock, ASecondCopyFindsTheLockAndAUserWithoutRightsIsTold) {

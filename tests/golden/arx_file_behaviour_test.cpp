@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <tuple>
 
 #include "frame/errors.hpp"
 #include "golden/arx_layout.hpp"
@@ -87,19 +88,13 @@ TEST_F(ArxFiles, SaveKeepsTheFormerFileAsTheOneBak) {
     EXPECT_EQ(filesIn(dir.path()), (std::vector<std::string>{"plan.arx", "plan.bak"}));
 }
 
-TEST_F(ArxFiles, PurgeQuestionOnlyWhenAPolygonIsDeleted) {
+TEST_F(ArxFiles, PurgeQuestionOnlyWhenAPolygonIsDeletedAndNoKeepsThem) {
     Model m = test::distinctModel();
     SaveArx(m, host, dir.file("a.arx"), 3226, true);
+    m.PolyC[1].DELETE = 1;
+    SaveArx(m, host, dir.file("a.arx"), 3226, false);
     EXPECT_TRUE(host.prompt.shown.empty());
 
-    m.PolyC[1].DELETE = 1;
-    SaveArx(m, host, dir.file("b.arx"), 3226, false);
-    EXPECT_TRUE(host.prompt.shown.empty());
-}
-
-TEST_F(ArxFiles, PurgeQuestionAnsweredNoKeepsTheDeletedPolygons) {
-    Model m = test::distinctModel();
-    m.PolyC[1].DELETE = 1;
     host.prompt.answers = {Answer::No};
     SaveArx(m, host, dir.file("a.arx"), 3226, true);
     ASSERT_EQ(host.prompt.shown.size(), 1u);
@@ -140,14 +135,12 @@ TEST_F(ArxFiles, BlankPathWritesNothingButStillOffersThePurge) {
 TEST_F(ArxFiles, OnlyTheCurrentVersionBecomesTheProjectFile) {
     Model m = test::distinctModel();
     SaveArx(m, host, dir.file("current.arx"), 3226, false);
-    EXPECT_EQ(m.Files[FileProject], dir.file("current.arx"));
-    EXPECT_EQ(m.Files[FileDisplayName], "current");
     SaveArx(m, host, dir.file("old.arx"), 200, false);
-    EXPECT_EQ(m.Files[FileProject], dir.file("current.arx"));
-    EXPECT_EQ(m.Files[FileDisplayName], "current");
+    EXPECT_EQ(std::tie(m.Files[FileProject], m.Files[FileDisplayName]),
+              std::make_tuple(dir.file("current.arx"), "current"));
     // Every save goes to the recent list.
-    EXPECT_EQ(m.LastFiles[0], dir.file("old.arx"));
-    EXPECT_EQ(m.LastFiles[1], dir.file("current.arx"));
+    EXPECT_EQ(std::tie(m.LastFiles[0], m.LastFiles[1]),
+              std::make_tuple(dir.file("old.arx"), dir.file("current.arx")));
 }
 
 TEST_F(ArxFiles, SaveShowsItsStatusAndProgress) {
@@ -205,12 +198,9 @@ TEST_F(ArxFiles, SaveThatCannotMakeItsBakThrowsAndKeepsTheFormerFile) {
 
 // --- Files that are not projects ---------------------------------------------------------------
 
-TEST_F(ArxFiles, BlankPathLoadsNothingInSilence) {
+TEST_F(ArxFiles, BlankPathLoadsNothingInSilenceAndAMissingFileIsSaid) {
     EXPECT_FALSE(LoadARX(loaded, host, ""));
     EXPECT_TRUE(host.prompt.shown.empty());
-}
-
-TEST_F(ArxFiles, MissingFileIsSaid) {
     EXPECT_FALSE(LoadARX(loaded, host, dir.file("absent.arx")));
     EXPECT_TRUE(host.prompt.showed("File not found"));
     EXPECT_FALSE(fs::exists(dir.file("absent.arx")));
@@ -251,28 +241,23 @@ TEST_F(ArxFiles, FileWithoutItsReportOptionsStillLoads) {
     EXPECT_EQ(loaded.LastPoly, 2);
 }
 
-TEST_F(ArxFiles, EmptyFileFails) {
-    EXPECT_FALSE(loadBytes({}));
-    EXPECT_FALSE(host.prompt.shown.empty());
-    expectUsable(loaded);
-}
-
-TEST_F(ArxFiles, TextFileFails) {
-    std::string text;
-    while (text.size() < 300) text += "This is a letter, not a project. ";
-    text.resize(300);
-    const Bytes garbage(text.begin(), text.end());
-    ASSERT_GE(test::getI2(garbage, 240), 200);  // too short for the settings it promises
-    EXPECT_FALSE(loadBytes(garbage));
-    expectUsable(loaded);
-}
-
-TEST_F(ArxFiles, ZeroVersionIsAnInvalidFile) {
-    Model d = test::distinctModel();
-    EXPECT_FALSE(loadBytes(test::buildArxImage(d, 0).bytes()));
+TEST_F(ArxFiles, FilesThatAreNoProjectsFail) {
+    std::string letter;
+    while (letter.size() < 300) letter += "This is a letter, not a project. ";
+    letter.resize(300);
+    const Bytes text(letter.begin(), letter.end());
+    ASSERT_GE(test::getI2(text, 240), 200);  // too short for the settings it promises
+    const Bytes zeroVersion = test::buildArxImage(test::distinctModel(), 0).bytes();
+    for (const Bytes& bytes : {Bytes{}, text, zeroVersion}) {
+        SCOPED_TRACE(bytes.size());
+        host.prompt.shown.clear();
+        loaded = startModel();
+        EXPECT_FALSE(loadBytes(bytes));
+        EXPECT_FALSE(host.prompt.shown.empty());
+        expectUsable(loaded);
+    }
     EXPECT_TRUE(host.prompt.showed("Invalid file"));
     EXPECT_EQ(loaded.LastPoly, -1);
-    expectUsable(loaded);
 }
 
 TEST_F(ArxFiles, FailedLoadReplacesTheProjectBefore) {

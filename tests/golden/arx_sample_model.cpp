@@ -16,158 +16,80 @@ public:
         ++n_;
         return {static_cast<char>('A' + n_ % 26), static_cast<char>('A' + (n_ / 26) % 26)};
     }
-    template <std::size_t N>
-    void fill(std::array<int16_t, N>& values) {
-        for (auto& v : values) v = i2();
+    // Gives each field, and each element of an array, a fresh value of its width in turn; a
+    // fixed string gets a code cut to its size.
+    template <typename... T>
+    void fill(T&... fields) {
+        (set(fields), ...);
     }
 
 private:
+    void set(int16_t& v) { v = i2(); }
+    void set(int32_t& v) { v = i4(); }
+    void set(float& v) { v = f4(); }
+    void set(double& v) { v = f8(); }
+    template <std::size_t N>
+    void set(FixedString<N>& text) {
+        text = code();
+    }
+    template <typename T, std::size_t N>
+    void set(std::array<T, N>& values) {
+        for (T& v : values) set(v);
+    }
+
     int n_ = 0;
 };
 
 void fillPolygon(Model& m, int p, Distinct& d) {
     const auto i = static_cast<std::size_t>(p);
-    PolyData& poly = m.Poly[i];
-    poly.AREA = d.f4();
-    poly.AGE = d.i2();
-    poly.VUTILIZ = d.f4();
-    poly.FIZ = d.code().substr(0, 1);
-    poly.VSITEINDEX = d.f4();
-    poly.VAGETOTAL = d.i2();
-    poly.VHEIGHTTOTAL = d.i2();
-    poly.CLOSURE = d.i2();
-    poly.PSYU = d.i2();
-    poly.PSYUBLOCK = d.code().substr(0, 1);
-    poly.VAF = d.f4();
-    poly.STOCKING = d.code().substr(0, 1);
-    for (auto& code : poly.VS) code = d.code();
-    d.fill(poly.VSIDX);
-    d.fill(poly.VP);
-    poly.VSICALC = d.f4();
-    poly.TSICALC = d.f4();
-    poly.REGION = d.code();
-    poly.COMP = d.code() + "7";
-    poly.COMPL = d.code().substr(0, 1);
-    poly.DENSITY = d.i4();
-    poly.THINNED = d.i4();
-    poly.THIN = d.i2();
-    poly.TAGETOTAL = d.i2();
-    poly.REGEN = d.i2();
-    poly.OAF1 = d.i2();
-    poly.OAF2 = d.i2();
-    for (auto& code : poly.TS) code = d.code();
-    d.fill(poly.TP);
-    d.fill(poly.TSIDX);
-    d.fill(poly.TH);
-    d.fill(poly.TI);
-    poly.SILVI = d.i2();
-    poly.PCPERC = d.i2();
-    poly.PCNEXT = d.i2();
-    d.fill(poly.HAR);
+    PolyData& a = m.Poly[i];
+    d.fill(a.AREA, a.AGE, a.VUTILIZ, a.FIZ, a.VSITEINDEX, a.VAGETOTAL, a.VHEIGHTTOTAL, a.CLOSURE,
+           a.PSYU, a.PSYUBLOCK, a.VAF, a.STOCKING, a.VS, a.VSIDX, a.VP, a.VSICALC, a.TSICALC,
+           a.REGION);
+    a.COMP = d.code() + "7";
+    d.fill(a.COMPL, a.DENSITY, a.THINNED, a.THIN, a.TAGETOTAL, a.REGEN, a.OAF1, a.OAF2, a.TS, a.TP,
+           a.TSIDX, a.TH, a.TI, a.SILVI, a.PCPERC, a.PCNEXT, a.HAR);
 
-    PolyCalc& calc = m.PolyC[i];
-    calc.SORT = d.i2();
-    calc.LISTROW = d.i2();
-    calc.EXCLUDE = d.i2();
-    calc.DELETE = d.i2();
-    calc.CALCFLAG = d.i2();
-    calc.OWNERSHIP = d.i2();
-    calc.REGENDELAY = d.i2();
-    d.fill(calc.VX);
-    calc.VCCCALC = d.f4();
-    calc.CALCA = d.i2();
-    calc.CALCB = d.i2();
-    calc.MINCUTVOL = {d.f4(), d.f4()};
-    calc.MINCUTDBH = {d.f4(), d.f4()};
-    d.fill(calc.MINCUTAGE);
+    PolyCalc& c = m.PolyC[i];
+    d.fill(c.SORT, c.LISTROW, c.EXCLUDE, c.DELETE, c.CALCFLAG, c.OWNERSHIP, c.REGENDELAY, c.VX,
+           c.VCCCALC, c.CALCA, c.CALCB, c.MINCUTVOL, c.MINCUTDBH, c.MINCUTAGE);
 
     PolyMgmt& g = m.PolyM[i];
-    g.ROADAREA = d.f4();
-    g.TUTILIZ = d.f4();
-    g.NSRRESTOCKIN = d.i2();
-    g.NCRESTOCKIN = d.i2();
+    d.fill(g.ROADAREA, g.TUTILIZ, g.NSRRESTOCKIN, g.NCRESTOCKIN);
     g.NCDESC = "NC stand " + d.code() + " of polygon " + std::to_string(p);
-    g.NCVOLHA = d.f4();
-    g.NCDECIDUOUS = d.i2();
-    g.NCHEIGHT = d.i2();
-    d.fill(g.TG);
-    g.COMTHIN = d.i2();
-    g.CTSTEMHA = d.i2();
-    g.CTHEIGHT = d.f4();
-    d.fill(g.TIPSYCACHE);
-    g.FERT = d.i2();
-    g.FINCREASE = d.f4();
-    g.FINCTYPE = d.i2();
-    g.FSTARTYEAR = d.i2();
+    d.fill(g.NCVOLHA, g.NCDECIDUOUS, g.NCHEIGHT, g.TG, g.COMTHIN, g.CTSTEMHA, g.CTHEIGHT,
+           g.TIPSYCACHE, g.FERT, g.FINCREASE, g.FINCTYPE, g.FSTARTYEAR);
 
-    for (HarvAgeRec& h : m.HarvAge[i]) {
-        h.MaiAge = d.i2();
-        h.VolAge = d.i2();
-        h.DiaAge = d.i2();
-        h.ConstraintAge = d.i2();
-        h.HarvestAge = d.i2();
-        h.MaxMAI = d.f4();
-    }
+    for (HarvAgeRec& h : m.HarvAge[i])
+        d.fill(h.MaiAge, h.VolAge, h.DiaAge, h.ConstraintAge, h.HarvestAge, h.MaxMAI);
     for (int r = 0; r < m.VYield.rowCount(); ++r) {
-        m.VYield(p, r) = {d.i2(), d.i2(), d.i2(), d.f4()};
-        for (auto& share : m.VMix(p, r)) share = d.i2();
+        YieldRow& row = m.VYield(p, r);
+        d.fill(row.Dia, row.Vol, row.Ht, row.Mai, m.VMix(p, r));
     }
-    for (int r = 0; r < m.TYield.rowCount(); ++r) m.TYield(p, r) = {d.i2(), d.i2(), d.i2(), d.f4()};
+    for (int r = 0; r < m.TYield.rowCount(); ++r) {
+        YieldRow& row = m.TYield(p, r);
+        d.fill(row.Dia, row.Vol, row.Ht, row.Mai);
+    }
 }
 
 void fillSettings(ProjectSettings& s, Distinct& d) {
-    s.REGENDELAY = d.i2();
-    s.PCNETDOWN = d.i2();
-    s.PLANHORZ = d.i2();
-    s.MINVOL = d.f4();
-    s.MINDIA = d.f4();
-    s.MINAGE = d.i2();
-    s.OAF1 = d.i2();
-    s.OAF2 = d.i2();
-    s.PCperc = d.i2();
-    s.PCnext = d.i2();
-    s.PCADJUSTFACT = d.f4();
+    d.fill(s.REGENDELAY, s.PCNETDOWN, s.PLANHORZ, s.MINVOL, s.MINDIA, s.MINAGE, s.OAF1, s.OAF2,
+           s.PCperc, s.PCnext, s.PCADJUSTFACT, s.SPLIT, s.VDYPPSYUB, s.TIPSYSITE, s.TIPSYHEIGHT,
+           s.NETMAI, s.USERLEVEL, s.YIELDINC, s.OldColors, s.ALTWBS, s.COLORS, s.reserved1,
+           s.reserved2);
     s.PCADJUSTHARVAGE = 1;
-    s.SPLIT = d.f4();
-    s.VDYPPSYUB = d.i2();
-    s.TIPSYSITE = d.i2();
-    s.TIPSYHEIGHT = d.i2();
-    s.NETMAI = d.i2();
-    s.USERLEVEL = d.i2();
     s.YIELDMODE = 1;
-    s.YIELDINC = d.i2();
-    for (auto& colour : s.OldColors) colour = d.f8();
-    s.ALTWBS = d.i2();
-    for (auto& colour : s.COLORS) colour = d.i4();
-    d.fill(s.reserved1);
-    d.fill(s.reserved2);
 }
 
 void fillCalc(CalcState& c, Distinct& d) {
     CalcInputs& in = c.inputs;
-    in.reservedA = d.i2();
+    d.fill(in.reservedA, in.SavedNetDown, in.SavedHeight, in.SavedAge, in.SavedHeightPerc,
+           in.SavedAgePerc, in.SavedVolRate, in.SavedStartIn, in.SavedCalcYears, in.SavedCalcRate,
+           in.SavedCut, in.reservedFlag4, in.SavedDisPC, in.reservedFlag6, in.SavedHarvGap,
+           in.SavedNoHarv, in.SavedWithin, in.reservedB, in.SavedConifer, in.SavedAreaRate,
+           in.OrderColumn);
     in.ConstraintBits = 5;
-    in.SavedNetDown = d.i2();
-    in.SavedHeight = d.i2();
-    in.SavedAge = d.i2();
-    in.SavedHeightPerc = d.i2();
-    in.SavedAgePerc = d.i2();
-    in.SavedVolRate = d.i4();
-    in.SavedStartIn = d.i4();
-    in.SavedCalcYears = d.i2();
-    in.SavedCalcRate = d.i2();
-    d.fill(in.SavedCut);
-    in.reservedFlag4 = d.i2();
-    in.SavedDisPC = d.i2();
-    in.reservedFlag6 = d.i2();
-    in.SavedHarvGap = d.i2();
-    in.SavedNoHarv = d.i2();
-    in.SavedWithin = d.i2();
     in.AreaRunSaved = 1;
-    d.fill(in.reservedB);
-    in.SavedConifer = d.i2();
-    in.SavedAreaRate = d.f8();
-    in.OrderColumn = d.i2();
     in.SortMethod = 4;
     in.Text1 = "first text field";
     in.Text2 = "second text field";
@@ -176,32 +98,30 @@ void fillCalc(CalcState& c, Distinct& d) {
     c.BlockLast = 2;
     c.BlockList.resize(2);
     for (Block& b : c.BlockList)
-        b = {d.i2(), d.i2(), d.i2(), d.f4(), d.i4(), d.i2(), d.i2(), d.f4(), d.i2(),
-             d.i2(), d.i2(), d.i2(), d.i2(), d.i2(), d.i2(), d.i2(), d.i2(), d.i2()};
+        d.fill(b.Polygon, b.Status, b.Road, b.CutFraction, b.reserved, b.Curve, b.NextCurve, b.Area,
+               b.DueYear, b.HarvestAge, b.StandYear, b.Method, b.ThinVol, b.ThinYear, b.ResidualAge,
+               b.PrevBlock, b.NextBlock, b.Rotation);
     c.RoadLast = 3;
     c.RoadList.resize(3);
-    for (RoadRec& r : c.RoadList) r = {d.i2(), d.f4(), d.i2(), d.i2(), d.f4()};
+    for (RoadRec& r : c.RoadList)
+        d.fill(r.RoadBlock, r.RoadArea, r.RoadYear, r.RoadCurve, r.RoadCut);
     c.CutCount = 2;
     c.CutList.resize(2);
     for (CutRec& x : c.CutList)
-        x = {d.i2(), d.i2(), d.i2(), d.f4(), d.f4(), d.f4(), d.f4(),
-             d.i2(), d.i2(), d.i2(), d.f4(), d.f4(), d.f4(), d.f4()};
+        d.fill(x.BlockIdx, x.YearsFromDue, x.CutAge, x.CutDbh, x.CutVolHa, x.CutArea, x.CutAreaCCE,
+               x.CutMethod, x.StartYr, x.EndYr, x.CutYears, x.CutVolume, x.CutConifer,
+               x.CutPotential);
     c.CalcHorizon = 2;
     c.YearTable.resize(2);
     int year = 0;
     for (YearRec& y : c.YearTable) {
-        y.NumPolygons = d.i2();
         y.BlockNames = "blocks of year " + std::to_string(year++);
-        for (float* v :
-             {&y.AreaCCE,       &y.AreaRoad,    &y.AreaPC,      &y.reserved,     &y.AreaCC,
-              &y.AreaCT,        &y.AreaNC,      &y.AreaNSR,     &y.VolCC,        &y.VolPC,
-              &y.VolCT,         &y.VolRoad,     &y.VolConifer,  &y.VolDeciduous, &y.MatureCon,
-              &y.MatureDec,     &y.ImmatureCon, &y.ImmatureDec, &y.InvVolume,    &y.InvArea,
-              &y.InvAreaHeight, &y.InvAreaAge})
-            *v = d.f4();
-        for (float& area : y.AgeClassArea) area = d.f4();
+        d.fill(y.NumPolygons, y.AreaCCE, y.AreaRoad, y.AreaPC, y.reserved, y.AreaCC, y.AreaCT,
+               y.AreaNC, y.AreaNSR, y.VolCC, y.VolPC, y.VolCT, y.VolRoad, y.VolConifer,
+               y.VolDeciduous, y.MatureCon, y.MatureDec, y.ImmatureCon, y.ImmatureDec, y.InvVolume,
+               y.InvArea, y.InvAreaHeight, y.InvAreaAge, y.AgeClassArea);
     }
-    c.NetArea = d.f4();
+    d.fill(c.NetArea);
 }
 
 }  // namespace
@@ -250,6 +170,11 @@ Model distinctModel() {
     fillCalc(m.Calc, d);
     m.Report = {5, 0, -1, -1, -1, 0, 0};
     return m;
+}
+void setOldFormNames(Model& m) {
+    m.Poly[0].NAME = "093G045 1234";
+    m.Poly[1].NAME = "ABC     12  ";
+    m.Poly[2].NAME = "ABCDEFG HIJ ";
 }
 
 std::string polygonArrayMismatch(const Model& m) {

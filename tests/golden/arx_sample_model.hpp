@@ -15,6 +15,10 @@ namespace arborex::test {
 // 1..2, years 0..2). The TIPSY version is "3.2m" and the stamp the program's own.
 Model distinctModel();
 
+// Gives the sample's polygons the names that a save below 3001 makes of theirs: an 8-character
+// map sheet and a 4-character polygon number.
+void setOldFormNames(Model& m);
+
 // Empty when the model's per-polygon arrays and curve grids agree with LastPoly and YieldRows;
 // otherwise what disagrees.
 std::string polygonArrayMismatch(const Model& m);
