@@ -8,6 +8,7 @@
 #include "json_writer.hpp"
 #include "project_summary.hpp"
 #include "report/schedule_issues.hpp"
+#include "report/schedule_table.hpp"
 
 namespace arborex::batch {
 
@@ -15,15 +16,8 @@ namespace {
 
 // The issue line as the screen would show it under the schedule of this run.
 std::string issueLineOf(const CalcSession& s) {
-    IssueLimits limits;
-    limits.rate = tolerantNumber(s.screen.txtVolToCut);
-    limits.areaRun = s.run.AreaRun;
-    if (s.screen.chkConAge)
-        limits.agePercent = static_cast<float>(tolerantNumber(s.screen.txtAgePerc));
-    if (s.screen.chkConHeight)
-        limits.heightPercent = static_cast<float>(tolerantNumber(s.screen.txtHeightPerc));
     bool any = false;
-    return issueLine(s.m, limits, any);
+    return issueLine(s.m, issueLimitsOf(s.screen, s.run.AreaRun), any);
 }
 
 // The last year of the schedule; -1 before any run. A refused calculation sets the horizon

@@ -15,7 +15,9 @@
 
 namespace arborex {
 
-// "March 29, 2007", " - ", "3.226", "Release", joined.
+inline constexpr const char* kReleaseDate = "March 29, 2007";
+inline constexpr const char* kReleaseNumber = "3.226";
+// kReleaseDate, " - ", kReleaseNumber, "Release", joined.
 inline constexpr const char* kProgramStamp = "March 29, 2007 - 3.226Release";
 inline constexpr int16_t kCurrentFileVersion = 3226;
 inline constexpr const char* kProgramTitle = "Arborex for Windows";
