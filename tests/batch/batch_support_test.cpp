@@ -81,16 +81,16 @@ TEST(JsonWriter, StringsAreEscapedAsLatin1) {
 TEST(BatchPrompt, AnswersWithoutWaiting) {
     BatchPrompt keep(Answer::No);
     BatchPrompt remove(Answer::Yes);
-    EXPECT_EQ(keep.ask(kMapsheetQuestion, "?", Buttons::YesNo, Answer::No, Icon::Question),
-              Answer::No);
-    EXPECT_EQ(remove.ask(kMapsheetQuestion, "?", Buttons::YesNo, Answer::No, Icon::Question),
-              Answer::Yes);
+    const auto ask = [](BatchPrompt& p, const std::string& title, Buttons buttons,
+                        Answer fallback) {
+        return p.ask(title, "?", buttons, fallback, Icon::Question);
+    };
+    EXPECT_EQ(ask(keep, kMapsheetQuestion, Buttons::YesNo, Answer::No), Answer::No);
+    EXPECT_EQ(ask(remove, kMapsheetQuestion, Buttons::YesNo, Answer::No), Answer::Yes);
     // Deleted polygons are never purged, whatever the default.
-    EXPECT_EQ(remove.ask(kPurgeQuestion, "?", Buttons::YesNo, Answer::Yes, Icon::Question),
-              Answer::No);
-    EXPECT_EQ(keep.ask("Other", "?", Buttons::YesNoCancel, Answer::Cancel, Icon::Question),
-              Answer::Cancel);
-    EXPECT_EQ(keep.ask("Other", "?", Buttons::OkCancel, Answer::Ok, Icon::None), Answer::Ok);
+    EXPECT_EQ(ask(remove, kPurgeQuestion, Buttons::YesNo, Answer::Yes), Answer::No);
+    EXPECT_EQ(ask(keep, "Other", Buttons::YesNoCancel, Answer::Cancel), Answer::Cancel);
+    EXPECT_EQ(ask(keep, "Other", Buttons::OkCancel, Answer::Ok), Answer::Ok);
     EXPECT_EQ(keep.input("t", "x", "proposed"), std::nullopt);
     EXPECT_EQ(keep.openFile({}), std::nullopt);
     EXPECT_EQ(keep.saveFile({}), std::nullopt);
@@ -119,17 +119,6 @@ TEST(BatchPrompt, NotesAndTheReasonOfAFailure) {
               "note: Arborex for Windows: 2024\n");
 }
 
-TEST(BatchHost, ProgramDefaultsComeBeforeALoad) {
-    Model m;
-    m.Settings.MINVOL = 7.0f;
-    m.LastPoly = 4;
-    setProgramDefaults(m);
-    EXPECT_EQ(m.LastPoly, -1);
-    EXPECT_EQ(m.Settings.MINVOL, 150.0f);
-    EXPECT_EQ(m.Settings.YieldRows[1], 35);
-    EXPECT_NE(m.Settings.COLORS[0], 0);
-}
-
 TEST(BatchOptions, FlagsInEitherFormAndOperandsInOrder) {
     BatchOptions o =
         parseOptions({"in.arx", "--version=111", "out.arx", "--remove-mapsheet", "yes", "--quiet"},
@@ -146,11 +135,15 @@ TEST(BatchOptions, FlagsInEitherFormAndOperandsInOrder) {
     EXPECT_EQ(o.version, 3226);
     EXPECT_EQ(o.removeMapsheet, Answer::No);
 
-    EXPECT_THROW(parseOptions({"--json"}, {"--quiet"}), UsageError);
-    EXPECT_THROW(parseOptions({"--version", "290"}, {"--version"}), UsageError);
-    EXPECT_THROW(parseOptions({"--version"}, {"--version"}), UsageError);
-    EXPECT_THROW(parseOptions({"--quiet=yes"}, {"--quiet"}), UsageError);
-    EXPECT_THROW(parseOptions({"--remove-mapsheet", "Yes"}, {"--remove-mapsheet"}), UsageError);
+    // An unknown flag, a version that cannot be written, a missing or attached value.
+    const std::vector<std::vector<std::string>> wrong = {{"--json"},
+                                                         {"--version", "290"},
+                                                         {"--version"},
+                                                         {"--quiet=yes"},
+                                                         {"--remove-mapsheet", "Yes"}};
+    for (const auto& args : wrong)
+        EXPECT_THROW(parseOptions(args, {"--quiet", "--version", "--remove-mapsheet"}), UsageError)
+            << args.front();
 }
 
 }  // namespace

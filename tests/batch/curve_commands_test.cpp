@@ -23,6 +23,20 @@ using test::JsonValue;
 using test::lineCount;
 using test::run;
 using test::RunResult;
+using Strings = std::vector<std::string>;
+
+::testing::AssertionResult has(const std::string& text, const std::string& part) {
+    if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "no \"" << part << "\" in:\n" << text;
+}
+
+// The texts of an array's items, or of an object's values.
+Strings texts(const JsonValue& json) {
+    Strings result;
+    for (const JsonValue& item : json.items.empty() ? json.values : json.items)
+        result.push_back(item.text);
+    return result;
+}
 
 // On the 1-year VDYP grid: 150 m3/ha first at 62, 15 cm first at 48, MAI culminating at 80
 // with 3.0. Species slot 0 (PL) holds 3/5 of the volume and slot 2 (FD) 2/5; slot 1 has
@@ -64,8 +78,7 @@ void writeProject(const std::string& path) {
     m.Header.TIPSYVersion = "3.2m";
     for (PolyCalc& calc : m.PolyC) {
         calc.MINCUTAGE = {-1, -1};
-        calc.MINCUTVOL = {-1.0f, -1.0f};
-        calc.MINCUTDBH = {-1.0f, -1.0f};
+        calc.MINCUTVOL = calc.MINCUTDBH = {-1.0f, -1.0f};
     }
     m.Poly[0].NAME = "93B045 101";
     m.Poly[0].MGNT = {0, 1};
@@ -90,25 +103,22 @@ const std::string kData = std::string(ARBOREX_SOURCE_DIR) + "/data";
 class CurveCommands : public ::testing::Test {
 protected:
     void SetUp() override { writeProject(project); }
-    // The curve's JSON, checked to parse.
-    JsonValue curveJson(std::vector<std::string> args) {
-        args.insert(args.begin(), {"curve", project});
+    // The command's JSON, checked to parse.
+    JsonValue json(Strings args) {
         args.push_back("--json");
         const RunResult r = run(args);
         EXPECT_EQ(r.code, ExitOk) << r.err;
-        JsonCheck json(r.out);
-        EXPECT_TRUE(json.valid()) << json.error() << "\n" << r.out;
-        return json.root();
+        JsonCheck check(r.out);
+        EXPECT_TRUE(check.valid()) << check.error() << "\n" << r.out;
+        return check.root();
+    }
+    JsonValue curveJson(Strings args) {
+        args.insert(args.begin(), {"curve", project});
+        return json(args);
     }
     test::TempDir dir;
     std::string project = dir.file("woodlot.arx");
 };
-
-std::vector<std::string> texts(const JsonValue& array) {
-    std::vector<std::string> result;
-    for (const JsonValue& item : array.items) result.push_back(item.text);
-    return result;
-}
 
 TEST_F(CurveCommands, AgesTextShowsCriteriaAndTheWorkedExample) {
     const RunResult r = run({"ages", project});
@@ -116,86 +126,79 @@ TEST_F(CurveCommands, AgesTextShowsCriteriaAndTheWorkedExample) {
     EXPECT_EQ(r.err, "");
     EXPECT_EQ(r.out.rfind("Criteria: MINAGE 40, MINVOL 150, MINDIA 15\nPolygons: 4\n", 0), 0u)
         << r.out;
-    EXPECT_NE(r.out.find("  index NAME       MGNT DELETE model MaiAge VolAge DiaAge "
-                         "ConstraintAge HarvestAge MaxMAI\n"),
-              std::string::npos)
-        << r.out;
-    EXPECT_NE(r.out.find("      0 93B045 101 0, 1      0 VDYP      80     62     48"
-                         "            62         80   3.00\n"),
-              std::string::npos)
-        << r.out;
-    // TIPSY meets 150 m3/ha between its grid ages 40 and 50.
-    EXPECT_NE(r.out.find("      0 93B045 101 0, 1      0 TIPSY     90     45     38"
-                         "            45         90   4.50\n"),
-              std::string::npos)
-        << r.out;
-    // The deleted polygon shows, with the age its file holds, and as UTF-8.
-    EXPECT_NE(r.out.find("      1 Ch\xc3\xa9ne      0, 1      1 VDYP       0      0      0"
-                         "             0        123   0.00\n"),
-              std::string::npos)
-        << r.out;
     EXPECT_EQ(lineCount(r.out), 2 + 1 + 4 * 2);
+    for (const char* line :
+         {"  index NAME       MGNT DELETE model MaiAge VolAge DiaAge ConstraintAge HarvestAge "
+          "MaxMAI\n",
+          "      0 93B045 101 0, 1      0 VDYP      80     62     48            62         80 "
+          "  3.00\n",
+          // TIPSY meets 150 m3/ha between its grid ages 40 and 50.
+          "      0 93B045 101 0, 1      0 TIPSY     90     45     38            45         90 "
+          "  4.50\n",
+          // The deleted polygon shows, with the age its file holds, and as UTF-8.
+          "      1 Ch\xc3\xa9ne      0, 1      1 VDYP       0      0      0             0     "
+          "   123   0.00\n"})
+        EXPECT_TRUE(has(r.out, line));
 }
 
 TEST_F(CurveCommands, AgesJsonHasTheRecordsOfBothModels) {
-    const RunResult r = run({"ages", project, "--json"});
-    ASSERT_EQ(r.code, ExitOk) << r.err;
-    JsonCheck json(r.out);
-    ASSERT_TRUE(json.valid()) << json.error() << "\n" << r.out;
-    const JsonValue& root = json.root();
-    EXPECT_EQ(root.keys(), (std::vector<std::string>{"criteria", "polygons"}));
-    EXPECT_EQ(root.at("criteria").keys(), (std::vector<std::string>{"MINAGE", "MINVOL", "MINDIA"}));
+    const JsonValue root = json({"ages", project});
+    EXPECT_EQ(root.keys(), (Strings{"criteria", "polygons"}));
+    EXPECT_EQ(root.at("criteria").keys(), (Strings{"MINAGE", "MINVOL", "MINDIA"}));
     EXPECT_EQ(root.at("criteria").at("MINVOL").text, "150");
     const std::vector<JsonValue>& polygons = root.at("polygons").items;
     ASSERT_EQ(polygons.size(), 4u);
-    EXPECT_EQ(polygons[0].keys(),
-              (std::vector<std::string>{"index", "NAME", "DELETE", "MGNT", "HarvAge"}));
-    EXPECT_EQ(polygons[0].at("NAME").text, "93B045 101");
-    EXPECT_EQ(texts(polygons[2].at("MGNT")), (std::vector<std::string>{"2", "1"}));
+    EXPECT_EQ(polygons[0].keys(), (Strings{"index", "NAME", "DELETE", "MGNT", "HarvAge"}));
+    EXPECT_EQ(texts(polygons[2].at("MGNT")), (Strings{"2", "1"}));
     EXPECT_EQ(polygons[1].at("DELETE").text, "1");
     EXPECT_EQ(polygons[1].at("NAME").text, "Ch\\u00e9ne");
 
     const std::vector<JsonValue>& ages = polygons[0].at("HarvAge").items;
     ASSERT_EQ(ages.size(), 2u);
-    EXPECT_EQ(ages[0].keys(), (std::vector<std::string>{"MaiAge", "VolAge", "DiaAge",
-                                                        "ConstraintAge", "HarvestAge", "MaxMAI"}));
-    std::vector<std::string> vdyp;
-    for (const JsonValue& value : ages[0].values) vdyp.push_back(value.text);
-    EXPECT_EQ(vdyp, (std::vector<std::string>{"80", "62", "48", "62", "80", "3"}));
+    EXPECT_EQ(ages[0].keys(),
+              (Strings{"MaiAge", "VolAge", "DiaAge", "ConstraintAge", "HarvestAge", "MaxMAI"}));
+    EXPECT_EQ(texts(ages[0]), (Strings{"80", "62", "48", "62", "80", "3"}));
     EXPECT_EQ(ages[1].at("VolAge").text, "45");
     EXPECT_EQ(ages[1].at("MaxMAI").text, "4.5");
 }
 
-TEST_F(CurveCommands, CurveTextOfTheVdypCurveWithSpeciesColumns) {
-    const RunResult r = run({"curve", project, "93B045 101"});
+TEST_F(CurveCommands, CurveTextOfEachModel) {
+    RunResult r = run({"curve", project, "93B045 101"});
     ASSERT_EQ(r.code, ExitOk) << r.err;
     EXPECT_EQ(r.err, "");
+    // VDYP has a column per species with a code.
     EXPECT_EQ(r.out.rfind("Polygon 0 \"93B045 101\", VDYP, HarvestAge 80\n"
                           "  Age  Dia   Ht   Vol  MAI    PL    FD\n"
                           "    0  0.0  0.0   0.0 0.00   0.0   0.0\n",
                           0),
               0u)
         << r.out.substr(0, 300);
-    EXPECT_NE(r.out.find("\n   62 19.3 18.6 150.0 2.33  90.0  60.0\n"), std::string::npos);
-    EXPECT_NE(r.out.find("\n  300 93.7 90.0 725.8 1.90 435.4 290.3\n"), std::string::npos);
+    EXPECT_TRUE(has(r.out, "\n   62 19.3 18.6 150.0 2.33  90.0  60.0\n"));
+    EXPECT_TRUE(has(r.out, "\n  300 93.7 90.0 725.8 1.90 435.4 290.3\n"));
     EXPECT_EQ(lineCount(r.out), 1 + 1 + 301);
+
+    r = run({"curve", project, "93b045 101", "--model=1"});
+    ASSERT_EQ(r.code, ExitOk) << r.err;
+    EXPECT_EQ(r.out.rfind("Polygon 0 \"93B045 101\", TIPSY, HarvestAge 90\n"
+                          "  Age   Dia   Ht    Vol  MAI\n",
+                          0),
+              0u)
+        << r.out.substr(0, 300);
+    EXPECT_TRUE(has(r.out, "\n   40  16.0 10.0  100.0 2.00\n"));
 }
 
 TEST_F(CurveCommands, CurveJsonOfEachModel) {
     const JsonValue vdyp = curveJson({"93B045 101"});
-    EXPECT_EQ(vdyp.keys(),
-              (std::vector<std::string>{"polygon", "NAME", "model", "HarvAge", "species", "rows"}));
+    EXPECT_EQ(vdyp.keys(), (Strings{"polygon", "NAME", "model", "HarvAge", "species", "rows"}));
     EXPECT_EQ(vdyp.at("model").text, "0");
     EXPECT_EQ(vdyp.at("HarvAge").at("ConstraintAge").text, "62");
-    EXPECT_EQ(texts(vdyp.at("species")), (std::vector<std::string>{"PL", "FD"}));
+    EXPECT_EQ(texts(vdyp.at("species")), (Strings{"PL", "FD"}));
     const std::vector<JsonValue>& rows = vdyp.at("rows").items;
     ASSERT_EQ(rows.size(), 301u);
-    EXPECT_EQ(rows[62].keys(),
-              (std::vector<std::string>{"age", "dia", "ht", "vol", "mai", "speciesVol"}));
-    EXPECT_EQ(rows[62].at("age").text, "62");
+    EXPECT_EQ(rows[62].keys(), (Strings{"age", "dia", "ht", "vol", "mai", "speciesVol"}));
     EXPECT_EQ(rows[62].at("vol").text, "150");
     EXPECT_EQ(rows[62].at("mai").text, "2.325");
-    EXPECT_EQ(texts(rows[62].at("speciesVol")), (std::vector<std::string>{"90", "60"}));
+    EXPECT_EQ(texts(rows[62].at("speciesVol")), (Strings{"90", "60"}));
 
     const JsonValue tipsy = curveJson({"93B045 101", "--model", "1"});
     EXPECT_EQ(tipsy.at("model").text, "1");
@@ -203,102 +206,63 @@ TEST_F(CurveCommands, CurveJsonOfEachModel) {
     EXPECT_TRUE(tipsy.at("species").items.empty());
     const std::vector<JsonValue>& steps = tipsy.at("rows").items;
     ASSERT_EQ(steps.size(), 36u);
-    EXPECT_EQ(steps[4].keys(), (std::vector<std::string>{"age", "dia", "ht", "vol", "mai"}));
-    EXPECT_EQ(steps[4].at("age").text, "40");
-    EXPECT_EQ(steps[4].at("vol").text, "100");
-    EXPECT_EQ(steps[5].at("age").text, "50");
-    EXPECT_EQ(steps[5].at("vol").text, "200");
+    EXPECT_EQ(steps[4].keys(), (Strings{"age", "dia", "ht", "vol", "mai"}));
+    EXPECT_EQ(std::tuple(steps[4].at("age").text, steps[4].at("vol").text),
+              std::tuple("40", "100"));
     EXPECT_EQ(steps[35].at("age").text, "350");
-}
-
-TEST_F(CurveCommands, TipsyTextHasNoSpeciesColumns) {
-    const RunResult r = run({"curve", project, "93b045 101", "--model=1"});
-    ASSERT_EQ(r.code, ExitOk) << r.err;
-    EXPECT_EQ(r.out.rfind("Polygon 0 \"93B045 101\", TIPSY, HarvestAge 90\n"
-                          "  Age   Dia   Ht    Vol  MAI\n",
-                          0),
-              0u)
-        << r.out.substr(0, 300);
-    EXPECT_NE(r.out.find("\n   40  16.0 10.0  100.0 2.00\n"), std::string::npos) << r.out;
 }
 
 TEST_F(CurveCommands, PolygonByNameThenIndexAndItsManagementModel) {
     // Names compare trimmed and without regard to case; NC now means the future's TIPSY.
     JsonValue found = curveJson({" 93b046 12 "});
-    EXPECT_EQ(found.at("polygon").text, "2");
-    EXPECT_EQ(found.at("model").text, "1");
-    found = curveJson({"2"});
-    EXPECT_EQ(found.at("polygon").text, "2");
+    EXPECT_EQ(std::tuple(found.at("polygon").text, found.at("model").text), std::tuple("2", "1"));
+    EXPECT_EQ(curveJson({"2"}).at("polygon").text, "2");
     // A name wins over an index; NSR now means the future's VDYP.
     found = curveJson({"0"});
-    EXPECT_EQ(found.at("polygon").text, "3");
-    EXPECT_EQ(found.at("model").text, "0");
+    EXPECT_EQ(std::tuple(found.at("polygon").text, found.at("model").text), std::tuple("3", "0"));
     // A deleted polygon is still a polygon.
     EXPECT_EQ(curveJson({"CH\xe9NE"}).at("polygon").text, "1");
     EXPECT_EQ(curveJson({"1"}).at("NAME").text, "Ch\\u00e9ne");
 }
 
-TEST_F(CurveCommands, WrongPolygonOrModelIsAUsageError) {
-    const std::vector<std::vector<std::string>> wrong = {
-        {"curve", project, "93B099 1"},
-        {"curve", project, "4"},
-        {"curve", project, "--data", kData, "--", "-1"},
-        {"curve", project, "1.0"},
-        {"curve", project, " "},
-        {"curve", project, "99999999999"},
-    };
-    for (const auto& args : wrong) {
-        SCOPED_TRACE("'" + args.back() + "'");
+TEST_F(CurveCommands, WrongOperandsFlagsPolygonsOrModelsAreUsageErrors) {
+    // Exit 2, nothing on out, and one line on err that names what was wrong.
+    const auto usageError = [](const Strings& args) {
+        SCOPED_TRACE(::testing::PrintToString(args));
         const RunResult r = run(args);
         EXPECT_EQ(r.code, ExitUsage);
         EXPECT_EQ(r.out, "");
         EXPECT_EQ(lineCount(r.err), 1) << r.err;
-        EXPECT_NE(r.err.find("'" + args.back() + "'"), std::string::npos) << r.err;
-        EXPECT_NE(r.err.find("0..3"), std::string::npos) << r.err;
-    }
-    for (const char* model : {"2", "-1", "", "VDYP"}) {
-        SCOPED_TRACE(model);
-        const RunResult r = run({"curve", project, "0", "--model", model});
-        EXPECT_EQ(r.code, ExitUsage);
-        EXPECT_EQ(r.out, "");
-        EXPECT_NE(
-            r.err.find(std::string("--model must be 0 (VDYP) or 1 (TIPSY), not '") + model + "'"),
-            std::string::npos)
-            << r.err;
-    }
-}
-
-TEST(CurveCommandUsage, OperandsAndFlags) {
-    const std::vector<std::vector<std::string>> wrong = {
-        {"ages"},
-        {"ages", "a.arx", "b.arx"},
-        {"ages", "a.arx", "--model", "0"},
-        {"ages", "a.arx", "--remove-mapsheet", "yes"},
-        {"curve", "a.arx"},
-        {"curve", "a.arx", "1", "2"},
-        {"curve", "a.arx", ""},
-        {"curve", "a.arx", "1", "--model"},
-        {"curve", "a.arx", "1", "--version", "200"},
+        return r.err;
     };
-    for (const auto& args : wrong) {
-        SCOPED_TRACE(args.front() + " " + args.back());
-        const RunResult r = run(args);
-        EXPECT_EQ(r.code, ExitUsage);
-        EXPECT_EQ(r.out, "");
-        EXPECT_EQ(lineCount(r.err), 1) << r.err;
+    const std::vector<Strings> wrong = {{"ages"},
+                                        {"ages", "a.arx", "b.arx"},
+                                        {"ages", "a.arx", "--model", "0"},
+                                        {"ages", "a.arx", "--remove-mapsheet", "yes"},
+                                        {"curve", "a.arx"},
+                                        {"curve", "a.arx", "1", "2"},
+                                        {"curve", "a.arx", ""},
+                                        {"curve", "a.arx", "1", "--model"},
+                                        {"curve", "a.arx", "1", "--version", "200"}};
+    for (const Strings& args : wrong) usageError(args);
+    for (const std::string polygon : {"93B099 1", "4", "1.0", " ", "99999999999"}) {
+        const std::string err = usageError({"curve", project, polygon});
+        EXPECT_TRUE(has(err, "'" + polygon + "'"));
+        EXPECT_TRUE(has(err, "0..3"));
     }
-    EXPECT_NE(usageText().find("  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] "
-                               "[--data DIR]\n"),
-              std::string::npos);
-    EXPECT_NE(usageText().find("  ages PROJECT [--json] [--quiet] [--data DIR]\n"),
-              std::string::npos);
+    EXPECT_TRUE(has(usageError({"curve", project, "--data", kData, "--", "-1"}), "'-1'"));
+    for (const std::string model : {"2", "-1", "", "VDYP"})
+        EXPECT_TRUE(has(usageError({"curve", project, "0", "--model", model}),
+                        "--model must be 0 (VDYP) or 1 (TIPSY), not '" + model + "'"));
+    EXPECT_TRUE(has(usageText(),
+                    "  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] [--data DIR]\n"));
+    EXPECT_TRUE(has(usageText(), "  ages PROJECT [--json] [--quiet] [--data DIR]\n"));
 }
 
 TEST(CurveCommandFailures, MissingProjectAndAStepThatNeverAdvances) {
     test::TempDir dir;
     const std::string missing = dir.file("missing.arx");
-    for (const std::vector<std::string>& args :
-         {std::vector<std::string>{"ages", missing}, {"curve", missing, "0"}}) {
+    for (const Strings& args : {Strings{"ages", missing}, Strings{"curve", missing, "0"}}) {
         const RunResult r = run(args);
         EXPECT_EQ(r.code, ExitFailed);
         EXPECT_EQ(r.err, "arborex-batch: cannot load " + missing + ": File not found\n");

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "harvest/calc_data.hpp"
 #include "support/calc_fixture.hpp"
 
@@ -10,58 +12,48 @@ namespace {
 
 using test::CalcFixture;
 
-TEST(CalcData, SaveRoundsNumbersAndKeepsTheBoxes) {
+TEST(CalcData, SaveRoundsNumbersAndLoadTicksTheSetBoxesOnly) {
     CalcFixture f({});
     f.screen.txtHeight = "12.5";
     f.screen.txtAge = "abc";
     f.screen.txtNetDown = "13.5";
     f.screen.txtStartIn = "40000";
     f.screen.txtWithin = "-3";
-    f.screen.chkConAge = true;
-    f.screen.chkConNetDown = true;
+    f.screen.chkConAge = f.screen.chkConNetDown = true;
     f.screen.chkCut = {true, false, false, true};
     f.screen.chkCalcRate = f.screen.chkConifer = true;
     f.m.Calc.inputs.SavedVolRate = 777;
     SaveCalcData(f.session);
 
+    // Numbers are rounded half to even; what cannot be read is 0.
     const CalcInputs& in = f.m.Calc.inputs;
-    EXPECT_EQ(in.SavedHeight, 12);
-    EXPECT_EQ(in.SavedAge, 0);
-    EXPECT_EQ(in.SavedNetDown, 14);
-    EXPECT_EQ(in.SavedStartIn, 40000);
-    EXPECT_EQ(in.SavedWithin, -3);
+    EXPECT_EQ(
+        std::tuple(in.SavedHeight, in.SavedAge, in.SavedNetDown, in.SavedStartIn, in.SavedWithin),
+        std::tuple(12, 0, 14, 40000, -3));
     EXPECT_EQ(in.ConstraintBits, 5);
     EXPECT_EQ(in.SavedCut, (std::array<int16_t, 4>{1, 0, 0, 1}));
-    EXPECT_EQ(in.SavedCalcRate, 1);
-    EXPECT_EQ(in.SavedCalcYears, 0);
-    EXPECT_EQ(in.SavedConifer, 1);
+    EXPECT_EQ(std::tuple(in.SavedCalcRate, in.SavedCalcYears, in.SavedConifer),
+              std::tuple(1, 0, 1));
     EXPECT_EQ(in.SavedVolRate, 777);  // the rate of a run, not of the field
 
-    // Into a fresh screen: the numbers come back whole, the set bits tick their boxes.
+    // Into a fresh screen: the numbers come back whole, the set bits tick their boxes and the
+    // unset ones leave theirs as they were.
     CalcFixture g({});
     g.m.Calc.inputs = in;
     g.screen.chkCut = {};
+    g.screen.chkConHeight = true;
     LoadCalcData(g.session);
-    EXPECT_EQ(g.screen.txtHeight, "12");
-    EXPECT_EQ(g.screen.txtAge, "0");
-    EXPECT_EQ(g.screen.txtStartIn, "40000");
-    EXPECT_EQ(g.screen.txtWithin, "-3");
-    EXPECT_TRUE(g.screen.chkConAge);
-    EXPECT_TRUE(g.screen.chkConNetDown);
-    EXPECT_FALSE(g.screen.chkConHeight);
-    EXPECT_EQ(g.screen.chkCut, (std::array<bool, 4>{true, false, false, true}));
-    EXPECT_TRUE(g.screen.chkCalcRate);
-    EXPECT_TRUE(g.screen.chkConifer);
-    EXPECT_EQ(g.screen.txtVolToCut, "777");
-}
+    const CalcScreen& s = g.screen;
+    EXPECT_EQ(std::tuple(s.txtHeight, s.txtAge, s.txtStartIn, s.txtWithin, s.txtVolToCut),
+              std::tuple("12", "0", "40000", "-3", "777"));
+    EXPECT_EQ(std::tuple(s.chkConAge, s.chkConNetDown, s.chkConHeight, s.chkCalcRate, s.chkConifer),
+              std::tuple(true, true, true, true, true));
+    EXPECT_EQ(s.chkCut, (std::array<bool, 4>{true, false, false, true}));
 
-TEST(CalcData, UnsetBitsLeaveBoxesAsTheyAre) {
-    CalcFixture f({});
-    f.m.Calc.inputs.ConstraintBits = 0;
-    f.screen.chkConHeight = true;
-    LoadCalcData(f.session);
-    EXPECT_TRUE(f.screen.chkConHeight);
-    EXPECT_FALSE(f.screen.chkConAge);
+    CalcFixture none({});
+    none.m.Calc.inputs.ConstraintBits = 0;
+    LoadCalcData(none.session);
+    EXPECT_FALSE(none.screen.chkConAge);
 }
 
 TEST(CalcData, LoadRestoresSortMethodAndTheRateOfTheSavedKind) {

@@ -10,8 +10,6 @@
 namespace arborex {
 namespace {
 
-using test::CalcFixture;
-
 class Cutting : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -30,6 +28,7 @@ protected:
         }
         fx.m.PolyM[0].NCVOLHA = 300.0f;
         fx.m.PolyM[0].NCDECIDUOUS = 40;
+        fx.m.Settings.PCADJUSTFACT = 0.8f;  // only a re-entry (method 3) is adjusted
     }
 
     // Block b of `area` ha at `age`, and its successor b + 1 standing at `residualAge`, as
@@ -56,124 +55,85 @@ protected:
         return b;
     }
     Block& block(int b) { return fx.m.Calc.BlockList[b]; }
+    template <typename F>
+    static int errorNumberOf(F f) {
+        try {
+            f();
+        } catch (const ArborexError& e) {
+            return e.number();
+        }
+        return 0;
+    }
 
-    void cut(int16_t b) { CutBlock(fx.session, b, 1); }
-
-    CalcFixture fx{{test::TestStand{}}};
+    test::CalcFixture fx{{test::TestStand{}}};
 };
 
-TEST_F(Cutting, ClearcutRunsOverTwoStepsAndTheSuccessorMirrorsIt) {
-    const int16_t b = addBlock(1, 10.0f, 100);
-    fx.run.VolLeft = 1000;
-    cut(b);
-    EXPECT_FLOAT_EQ(block(b).CutFraction, 1.0f / 3.0f);
-    EXPECT_FLOAT_EQ(block(b + 1).CutFraction, 2.0f / 3.0f);
-    EXPECT_EQ(fx.run.VolLeft, 0);
-    EXPECT_EQ(block(b).Status, 1);
+// One step on a new block (or, `again`, on the previous row's block) with an allowance of m3,
+// or of ha in an area run, and the share of the block cut, the allowance left and the status
+// after it. The successor always stands on what is not cut.
+struct Step {
+    int16_t method;
+    float area;
+    int age;
+    int16_t curve;
+    int residualAge;
+    bool again, coniferOnly, byArea;
+    float allowance, fraction, left;
+    int16_t status;
+};
 
-    fx.run.VolLeft = 3000;
-    cut(b);
-    EXPECT_EQ(block(b).CutFraction, 1.0f);
-    EXPECT_EQ(block(b + 1).CutFraction, 0.0f);
-    EXPECT_EQ(block(b).Status, 17);
-    EXPECT_EQ(fx.run.VolLeft, 1000);
+TEST_F(Cutting, StepsTakeTheirShareOfTheAllowance) {
+    const Step steps[] = {
+        // Clearcut of 3,000 m3 over two steps.
+        {1, 10, 100, 1, 0, false, false, false, 1000, 1.0f / 3.0f, 0, 1},
+        {1, 10, 100, 1, 0, true, false, false, 3000, 1, 1000, 17},
+        // An exact fit is visited once more with nothing left, and finishes a second time.
+        {1, 10, 100, 1, 0, false, false, false, 3000, 1, 0, 17},
+        {1, 10, 100, 1, 0, true, false, false, 0, 1, 0, 33},
+        // An area run cuts whole stands by area.
+        {1, 10, 100, 1, 0, false, false, true, 4, 0.4f, 0, 1},
+        {1, 10, 100, 1, 0, true, false, true, 10, 1, 4, 17},
+        // A partial cut is charged at its clearcut equivalent: 300 m3/ha now, 180 left at the
+        // residual age of 60, so S = 0.4; 3 ha pay for 7.5 ha of partial cut.
+        {2, 15, 100, 1, 60, false, false, true, 10, 1, 4, 17},
+        {2, 15, 100, 1, 60, false, false, true, 3, 0.5f, 0, 1},
+        // A re-entry removes (300 - 180) * 0.8 = 96 m3/ha on 15 ha: 1,440 m3 in all; a first
+        // entry is not adjusted.
+        {3, 15, 100, 1, 60, false, false, false, 1000, 1000.0f / 1440.0f, 0, 1},
+        {2, 15, 100, 1, 60, false, false, false, 2000, 1, 200, 17},
+        // Conifer only spends nothing on deciduous (G is 200), except on NC ground (300).
+        {1, 10, 50, 2, 0, false, true, false, 1000, 0.5f, 0, 1},
+        {7, 10, 50, 1, 0, false, true, false, 1000, 1.0f / 3.0f, 0, 1},
+        // Past the top of the curve the volume at 350 is read: 1,050 m3/ha.
+        {1, 10, 400, 1, 0, false, false, false, 1050, 0.1f, 0, 1},
+    };
+    int16_t b = 0;
+    int row = 0;
+    for (const Step& step : steps) {
+        SCOPED_TRACE(row++);
+        if (!step.again)
+            b = addBlock(step.method, step.area, step.age, step.curve, step.residualAge);
+        fx.screen.chkConifer = step.coniferOnly;
+        fx.run.AreaRun = step.byArea;
+        fx.run.AreaLeft = step.allowance;
+        fx.run.VolLeft = static_cast<int32_t>(step.allowance);
+        CutBlock(fx.session, b, 1);
+        EXPECT_NEAR(block(b).CutFraction, step.fraction, 1e-6f);
+        EXPECT_NEAR(block(b + 1).CutFraction, 1.0f - step.fraction, 1e-6f);
+        if (step.byArea)
+            EXPECT_NEAR(fx.run.AreaLeft, step.left, 1e-5f);
+        else
+            EXPECT_EQ(fx.run.VolLeft, static_cast<int32_t>(step.left));
+        EXPECT_EQ(block(b).Status, step.status);
+    }
 }
 
-TEST_F(Cutting, AnExactFitIsVisitedOnceMoreWithNothingLeft) {
-    const int16_t b = addBlock(1, 10.0f, 100);
-    fx.run.VolLeft = 3000;
-    cut(b);
-    EXPECT_EQ(fx.run.VolLeft, 0);
-    EXPECT_EQ(block(b).Status, 17);
-    cut(b);  // the next step's visit: U is 0
-    EXPECT_EQ(block(b).Status, 33);
-    EXPECT_EQ(block(b).CutFraction, 1.0f);
-    EXPECT_EQ(fx.run.VolLeft, 0);
-}
-
-TEST_F(Cutting, AreaRunCutsWholeStandsByArea) {
-    const int16_t b = addBlock(1, 10.0f, 100);
-    fx.run.AreaRun = true;
-    fx.run.AreaLeft = 4.0f;
-    cut(b);
-    EXPECT_FLOAT_EQ(block(b).CutFraction, 0.4f);
-    EXPECT_EQ(fx.run.AreaLeft, 0.0f);
-    fx.run.AreaLeft = 10.0f;
-    cut(b);
-    EXPECT_EQ(block(b).Status, 17);
-    EXPECT_NEAR(fx.run.AreaLeft, 4.0f, 1e-5);
-}
-
-TEST_F(Cutting, PartialCutIsChargedAtItsClearcutEquivalent) {
-    // 300 m3/ha now, 180 left standing at the residual age of 60: S = 0.4.
-    const int16_t b = addBlock(2, 15.0f, 100, 1, 60);
-    fx.run.AreaRun = true;
-    fx.run.AreaLeft = 10.0f;
-    cut(b);
-    EXPECT_EQ(block(b).CutFraction, 1.0f);
-    EXPECT_EQ(block(b + 1).CutFraction, 0.0f);
-    EXPECT_EQ(block(b).Status, 17);
-    EXPECT_NEAR(fx.run.AreaLeft, 4.0f, 1e-5);
-
-    const int16_t c = addBlock(2, 15.0f, 100, 1, 60);
-    fx.run.AreaLeft = 3.0f;  // pays for 7.5 ha of partial cut
-    cut(c);
-    EXPECT_NEAR(block(c).CutFraction, 0.5f, 1e-6);
-    EXPECT_NEAR(block(c + 1).CutFraction, 0.5f, 1e-6);
-    EXPECT_EQ(fx.run.AreaLeft, 0.0f);
-}
-
-TEST_F(Cutting, ReentryTakesTheAdjustedShareOfTheCurve) {
-    fx.m.Settings.PCADJUSTFACT = 0.8f;
-    // (300 - 180) * 0.8 = 96 m3/ha removable on 15 ha: 1,440 m3 in all.
-    const int16_t b = addBlock(3, 15.0f, 100, 1, 60);
-    fx.run.VolLeft = 1000;
-    cut(b);
-    EXPECT_NEAR(block(b).CutFraction, 1000.0f / 1440.0f, 1e-6);
-    EXPECT_EQ(fx.run.VolLeft, 0);
-
-    const int16_t first = addBlock(2, 15.0f, 100, 1, 60);  // a first entry is not adjusted
-    fx.run.VolLeft = 2000;
-    cut(first);
-    EXPECT_EQ(block(first).Status, 17);
-    EXPECT_EQ(fx.run.VolLeft, 200);
-}
-
-TEST_F(Cutting, ConiferOnlySpendsNoAllowanceOnDeciduousExceptOnNC) {
-    fx.screen.chkConifer = true;
-    const int16_t vdyp = addBlock(1, 10.0f, 50, 2);
-    fx.run.VolLeft = 1000;
-    cut(vdyp);
-    EXPECT_FLOAT_EQ(block(vdyp).CutFraction, 0.5f);  // G is 200, the conifer volume
-
-    // An NC stand keeps its deciduous share in G: 300 m3/ha are charged.
-    const int16_t nc = addBlock(7, 10.0f, 50);
-    fx.run.VolLeft = 1000;
-    cut(nc);
-    EXPECT_FLOAT_EQ(block(nc).CutFraction, 1.0f / 3.0f);
-}
-
-TEST_F(Cutting, AgesOutsideTheCurve) {
-    const int16_t old = addBlock(1, 10.0f, 400);  // reads age 350: 1,050 m3/ha
-    fx.run.VolLeft = 1050;
-    cut(old);
-    EXPECT_FLOAT_EQ(block(old).CutFraction, 0.1f);
-
+TEST_F(Cutting, AgesOutsideTheCurveFail) {
     const int16_t unborn = addBlock(1, 10.0f, -1);
     fx.run.VolLeft = 1000;
-    try {
-        CutBlock(fx.session, unborn, 1);
-        FAIL() << "a negative age must fail";
-    } catch (const ArborexError& e) {
-        EXPECT_EQ(e.number(), ErrSubscript);
-    }
+    EXPECT_EQ(errorNumberOf([&] { CutBlock(fx.session, unborn, 1); }), ErrSubscript);
     const int16_t partial = addBlock(2, 10.0f, 100, 1, 351);  // a residual is never capped
-    try {
-        CutBlock(fx.session, partial, 1);
-        FAIL() << "a residual age past 350 must fail";
-    } catch (const ArborexError& e) {
-        EXPECT_EQ(e.number(), ErrSubscript);
-    }
+    EXPECT_EQ(errorNumberOf([&] { CutBlock(fx.session, partial, 1); }), ErrSubscript);
 }
 
 TEST_F(Cutting, RoadsCutOnceAndNSRGroundGivesAreaWithoutVolume) {
@@ -206,9 +166,7 @@ TEST_F(Cutting, StepsReportTheirSharesAndClearcutEquivalent) {
     const int16_t nc = addBlock(7, 1.0f, 50);
     const int16_t partial = addBlock(2, 10.0f, 100, 1, 60);
     fx.run.VolLeft = 100000;
-    cut(mixed);
-    cut(nc);
-    cut(partial);
+    for (int16_t b : {mixed, nc, partial}) CutBlock(fx.session, b, 1);
     const YearRec& year = fx.m.Calc.YearTable[0];
     EXPECT_FLOAT_EQ(year.VolConifer, 2000.0f + 180.0f + 1200.0f);
     EXPECT_FLOAT_EQ(year.VolDeciduous, 0.0f);  // the NC block's share is dropped too

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "frame/errors.hpp"
 #include "harvest/expansion.hpp"
 #include "support/fake_host.hpp"
@@ -10,7 +12,7 @@
 namespace arborex {
 namespace {
 
-using test::FakeHost;
+using Floats = std::vector<float>;
 
 class Expansion : public ::testing::Test {
 protected:
@@ -19,9 +21,8 @@ protected:
         SetDefaults(m);
         EmptyArrays(m);
         // Species rows: 1 pine, 2 aspen (deciduous).
-        SpeciesRec pine;
+        SpeciesRec pine, aspen;
         pine.Code = "PL";
-        SpeciesRec aspen;
         aspen.Code = "AT";
         aspen.Deciduous = 1;
         m.Ref.SpeciesV.push_back(pine);
@@ -54,13 +55,18 @@ protected:
     const ExpandedCurve& curve(int index) const {
         return yields.CurveTable.at(static_cast<std::size_t>(index));
     }
+    // Where the curves point, for polygon p: (existing, future).
+    std::tuple<int, int> curvesOf(int p) const {
+        const auto i = static_cast<std::size_t>(p);
+        return {yields.PolyCurveExisting[i], yields.PolyCurveFuture[i]};
+    }
     static float between(float f, float low, float high) {
         const float lowPart = (1.0f - f) * low;
         const float highPart = f * high;
         return lowPart + highPart;
     }
     Model m;
-    FakeHost host;
+    test::FakeHost host;
     ExpandedYields yields;
 };
 
@@ -68,45 +74,35 @@ TEST_F(Expansion, TipsyCurveByYearFromTheTenYearGrid) {
     const int p = addPolygon("T1", 1, 1);
     expand();
     ASSERT_EQ(yields.CurveCount, 1);
-    EXPECT_EQ(yields.PolyCurveExisting[p], 1);
-    EXPECT_EQ(yields.PolyCurveFuture[p], 1);
+    EXPECT_EQ(curvesOf(p), std::tuple(1, 1));
     const ExpandedCurve& c = curve(1);
     EXPECT_EQ(c.CurveModel, 1);
     const float vol4 = 215.0f / 10.0f;  // 4 * 4 * 13 + 7
     const float vol5 = 332.0f / 10.0f;
-    EXPECT_EQ(c.ConVol[40], vol4);
-    EXPECT_EQ(c.ConVol[45], between(0.5f, vol4, vol5));
-    EXPECT_EQ(c.ConVol[47], between(0.7f, vol4, vol5));
-    EXPECT_EQ(c.Height[45], between(0.5f, 37.0f / 10.0f, 46.0f / 10.0f));
-    EXPECT_EQ(c.Dbh[45], between(0.5f, 71.0f / 10.0f, 88.0f / 10.0f));
-    EXPECT_EQ(c.DecVol[45], 0.0f);
-    EXPECT_EQ(c.ConVol[350], 15932.0f / 10.0f);
+    EXPECT_EQ((Floats{c.ConVol[40], c.ConVol[45], c.ConVol[47], c.Height[45], c.Dbh[45],
+                      c.DecVol[45], c.ConVol[350]}),
+              (Floats{vol4, between(0.5f, vol4, vol5), between(0.7f, vol4, vol5),
+                      between(0.5f, 37.0f / 10.0f, 46.0f / 10.0f),
+                      between(0.5f, 71.0f / 10.0f, 88.0f / 10.0f), 0.0f, 15932.0f / 10.0f}));
     EXPECT_EQ(host.status.texts.front(), "Expanding Yield Curves");
     EXPECT_FALSE(host.status.open);
 }
 
 TEST_F(Expansion, VdypVolumeIsTheSpeciesSplitWithoutExcludedSlots) {
     const int p = addPolygon("V1", 0, 0);
-    m.PolyC[p].VX[0] = 1;
-    m.PolyC[p].VX[1] = 1;
     m.PolyC[p].VX[2] = 0;  // 50 m3/ha of an excluded third species never counts
     m.Poly[p].VSIDX[2] = 1;
     m.Settings.YieldMinAge[0] = 10;
     SetAgeInc(m);
     expand();
     const ExpandedCurve& c = curve(1);
-    EXPECT_EQ(c.ConVol[9], 0.0f);
-    EXPECT_EQ(c.Height[9], 0.0f);
+    EXPECT_EQ(std::tuple(c.ConVol[9], c.Height[9]), std::tuple(0.0f, 0.0f));
     // Age 20 is grid step 10 of a grid starting at 10.
-    EXPECT_EQ(c.ConVol[20], 71.0f / 10.0f);
-    EXPECT_EQ(c.DecVol[20], 13.0f / 10.0f);
-    EXPECT_EQ(c.Height[20], 31.0f / 10.0f);
-    EXPECT_EQ(c.Dbh[20], 21.0f / 10.0f);
+    EXPECT_EQ((Floats{c.ConVol[20], c.DecVol[20], c.Height[20], c.Dbh[20]}),
+              (Floats{71.0f / 10.0f, 13.0f / 10.0f, 31.0f / 10.0f, 21.0f / 10.0f}));
     // From 300 on, step 290 (age 300) without interpolation; the stored Vol (999.9) is unused.
-    for (int a : {300, 301, 350}) {
-        EXPECT_EQ(c.ConVol[a], 2031.0f / 10.0f) << a;
-        EXPECT_EQ(c.DecVol[a], 293.0f / 10.0f) << a;
-    }
+    for (int a : {300, 301, 350})
+        EXPECT_EQ(std::tuple(c.ConVol[a], c.DecVol[a]), std::tuple(203.1f, 29.3f)) << a;
 }
 
 TEST_F(Expansion, AllSpeciesExcludedLeavesHeightButNoVolumeAndIsReported) {
@@ -136,22 +132,19 @@ TEST_F(Expansion, CurvesFollowTheModelLoopAndTheManagements) {
     const int nc = addPolygon("NC", 2, 1);
     expand();
     ASSERT_EQ(yields.CurveCount, 4);
-    EXPECT_EQ(curve(1).CurveModel, 0);
-    EXPECT_EQ(curve(1).CurvePoly, later);
-    EXPECT_EQ(curve(2).CurveModel, 1);
-    EXPECT_EQ(yields.PolyCurveExisting[later], 2);
-    EXPECT_EQ(yields.PolyCurveFuture[later], 1);
-    EXPECT_EQ(yields.PolyCurveExisting[nsr], 0);
-    EXPECT_EQ(yields.PolyCurveFuture[nsr], 3);
-    EXPECT_EQ(curve(4).CurveModel, 1);
-    EXPECT_EQ(yields.PolyCurveExisting[nc], 0);
-    EXPECT_EQ(yields.PolyCurveFuture[nc], 4);
+    // The VDYP curves first, then the TIPSY ones, each in polygon order.
+    EXPECT_EQ(std::tuple(curve(1).CurveModel, curve(1).CurvePoly, curve(2).CurveModel,
+                         curve(4).CurveModel),
+              std::tuple(0, later, 1, 1));
+    EXPECT_EQ(curvesOf(later), std::tuple(2, 1));
+    EXPECT_EQ(curvesOf(nsr), std::tuple(0, 3));
+    EXPECT_EQ(curvesOf(nc), std::tuple(0, 4));
 
     // A second expansion starts afresh.
     m.Poly[later].MGNT = {0, 0};
     expand();
     EXPECT_EQ(yields.CurveCount, 3);
-    EXPECT_EQ(yields.PolyCurveExisting[later], 1);
+    EXPECT_EQ(curvesOf(later), std::tuple(1, 1));
 
     int16_t result = 0;
     CheckYields(m, host.prompt, yields, result);
@@ -182,11 +175,8 @@ TEST_F(Expansion, PartialCutSetsTheStandBackToTheResidualVolume) {
     m.Settings.PCperc = 50;
     for (int k = 0; k <= 35; ++k) m.TYield(p, k).Vol = static_cast<int16_t>(k * 200);  // 2/yr
     expand();
-    Block block;
-    block.Polygon = static_cast<int16_t>(p);
-    block.Curve = 1;
-    block.HarvestAge = 100;  // 200 m3/ha: half is 100, first passed at 51
-    SetPC(m, yields, block);
+    Block block{.Polygon = static_cast<int16_t>(p), .Curve = 1, .HarvestAge = 100};
+    SetPC(m, yields, block);  // 200 m3/ha: half is 100, first passed at 51
     EXPECT_EQ(block.ResidualAge, 51);
 
     m.Poly[p].PCPERC = 25;

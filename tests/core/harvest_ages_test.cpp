@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "model/model.hpp"
 #include "yield/curves.hpp"
@@ -12,6 +13,13 @@
 
 namespace arborex {
 namespace {
+
+using Ages = std::tuple<int, int, int, int, int>;
+
+// MaiAge, VolAge, DiaAge, ConstraintAge and HarvestAge.
+Ages ages(const HarvAgeRec& r) {
+    return {r.MaiAge, r.VolAge, r.DiaAge, r.ConstraintAge, r.HarvestAge};
+}
 
 class HarvestAges : public ::testing::Test {
 protected:
@@ -21,10 +29,9 @@ protected:
         m.LastPoly = 1;
         EmptyArrays(m);
         ResizePolygonArrays(m, 2);
-        for (int p = 0; p < 2; ++p) {
-            m.PolyC[p].MINCUTAGE = {-1, -1};
-            m.PolyC[p].MINCUTVOL = {-1.0f, -1.0f};
-            m.PolyC[p].MINCUTDBH = {-1.0f, -1.0f};
+        for (PolyCalc& calc : m.PolyC) {
+            calc.MINCUTAGE = {-1, -1};
+            calc.MINCUTVOL = calc.MINCUTDBH = {-1.0f, -1.0f};
         }
         for (int k = 0; k <= 300; ++k) {
             YieldRow& row = m.VYield(0, k);
@@ -39,28 +46,25 @@ protected:
 
 TEST_F(HarvestAges, LatestOfTheCriteriaAndTheCulmination) {
     calcAllCutAges(m, 0);
-    EXPECT_EQ(vdyp().MaiAge, 80);
+    EXPECT_EQ(ages(vdyp()), Ages(80, 62, 48, 62, 80));
     EXPECT_EQ(vdyp().MaxMAI, 5.0f);
-    EXPECT_EQ(vdyp().VolAge, 62);
-    EXPECT_EQ(vdyp().DiaAge, 48);
-    EXPECT_EQ(vdyp().ConstraintAge, 62);
-    EXPECT_EQ(vdyp().HarvestAge, 80);
-
     m.PolyC[0].MINCUTAGE[0] = 100;
     calcAllCutAges(m, 0);
-    EXPECT_EQ(vdyp().ConstraintAge, 100);
-    EXPECT_EQ(vdyp().HarvestAge, 100);
+    EXPECT_EQ(ages(vdyp()), Ages(80, 62, 48, 100, 100));
+
+    // A blank curve: first grid age for the culmination, no MAI, targets never met.
+    EXPECT_EQ(ages(vdyp(1)), Ages(0, 999, 999, 999, 999));
+    EXPECT_EQ(vdyp(1).MaxMAI, 0.0f);
+    m.PolyC[0].MINCUTVOL[0] = 800.0f;  // the curve tops out at 721.2
+    calcAllCutAges(m, 0);
+    EXPECT_EQ(ages(vdyp()), Ages(80, 999, 48, 999, 999));
 }
 
 TEST_F(HarvestAges, OnlyMinusOneFallsBackToTheProjectCriteria) {
-    m.PolyC[0].MINCUTVOL[0] = 0.0f;
-    m.PolyC[0].MINCUTDBH[0] = 0.0f;
+    m.PolyC[0].MINCUTVOL[0] = m.PolyC[0].MINCUTDBH[0] = 0.0f;
     m.PolyC[0].MINCUTAGE[0] = 0;
     calcAllCutAges(m, 0);
-    EXPECT_EQ(vdyp().VolAge, 0);
-    EXPECT_EQ(vdyp().DiaAge, 0);
-    EXPECT_EQ(vdyp().ConstraintAge, 0);
-    EXPECT_EQ(vdyp().HarvestAge, 80);
+    EXPECT_EQ(ages(vdyp()), Ages(80, 0, 0, 0, 80));
 
     // The project's criteria are read when used, not copied into the polygon.
     m.PolyC[0].MINCUTVOL[0] = -1.0f;
@@ -68,25 +72,7 @@ TEST_F(HarvestAges, OnlyMinusOneFallsBackToTheProjectCriteria) {
     m.Settings.MINAGE = 90;
     m.PolyC[0].MINCUTAGE[0] = -1;
     calcAllCutAges(m, 0);
-    EXPECT_EQ(vdyp().VolAge, 12);
-    EXPECT_EQ(vdyp().ConstraintAge, 90);
-    EXPECT_EQ(vdyp().HarvestAge, 90);
-}
-
-TEST_F(HarvestAges, NeverMeetingATargetGives999Throughout) {
-    m.PolyC[0].MINCUTVOL[0] = 800.0f;  // the curve tops out at 721.2
-    calcAllCutAges(m, 0);
-    EXPECT_EQ(vdyp().VolAge, 999);
-    EXPECT_EQ(vdyp().ConstraintAge, 999);
-    EXPECT_EQ(vdyp().HarvestAge, 999);
-
-    // A blank curve: first grid age for the culmination, no MAI, targets never met.
-    const HarvAgeRec& blank = vdyp(1);
-    EXPECT_EQ(blank.MaiAge, 0);
-    EXPECT_EQ(blank.MaxMAI, 0.0f);
-    EXPECT_EQ(blank.VolAge, 999);
-    EXPECT_EQ(blank.DiaAge, 999);
-    EXPECT_EQ(blank.HarvestAge, 999);
+    EXPECT_EQ(ages(vdyp()), Ages(80, 12, 0, 90, 90));
 }
 
 TEST_F(HarvestAges, CalcCutAgeKeepsTheStoredCulmination) {
@@ -95,17 +81,13 @@ TEST_F(HarvestAges, CalcCutAgeKeepsTheStoredCulmination) {
     m.HarvAge[0][0].MaxMAI = 9.5f;
     m.PolyC[0].MINCUTDBH[0] = 30.0f;  // 300 tenths first at 98
     CalcCutAge(m, 0, 0);
-    EXPECT_EQ(vdyp().DiaAge, 98);
-    EXPECT_EQ(vdyp().ConstraintAge, 98);
-    EXPECT_EQ(vdyp().HarvestAge, 120);
-    EXPECT_EQ(vdyp().MaiAge, 120);
+    EXPECT_EQ(ages(vdyp()), Ages(120, 62, 98, 98, 120));
     EXPECT_EQ(vdyp().MaxMAI, 9.5f);
 }
 
 TEST_F(HarvestAges, DeletedPolygonsAndTheOtherModelAreLeftAlone) {
     m.PolyC[1].DELETE = 1;
-    m.HarvAge[1][0].HarvestAge = 7;
-    m.HarvAge[0][1].HarvestAge = 7;
+    m.HarvAge[1][0].HarvestAge = m.HarvAge[0][1].HarvestAge = 7;
     calcAllCutAges(m, 0);
     EXPECT_EQ(m.HarvAge[1][0].HarvestAge, 7);
     EXPECT_EQ(m.HarvAge[0][1].HarvestAge, 7);
@@ -123,10 +105,9 @@ TEST_F(HarvestAges, UpdateYieldsConfirmsImportedCurvesWithVolume) {
     m.Poly[2].YIELDSTATE = {2, 0};
     m.Settings.MINAGE = 70;
     UpdateYields(m);
-    EXPECT_EQ(m.Poly[0].YIELDSTATE[0], 3);
-    EXPECT_EQ(m.Poly[0].YIELDSTATE[1], 2);
-    EXPECT_EQ(m.Poly[1].YIELDSTATE[0], 1);
-    EXPECT_EQ(m.Poly[1].YIELDSTATE[1], 3);  // never lowered
+    // Confirmed, left, never lowered, and a deleted polygon untouched.
+    EXPECT_EQ(m.Poly[0].YIELDSTATE, (std::array<int16_t, 2>{3, 2}));
+    EXPECT_EQ(m.Poly[1].YIELDSTATE, (std::array<int16_t, 2>{1, 3}));
     EXPECT_EQ(m.Poly[2].YIELDSTATE[0], 2);
     EXPECT_EQ(vdyp().ConstraintAge, 70);
     EXPECT_EQ(m.HarvAge[0][1].ConstraintAge, 999);

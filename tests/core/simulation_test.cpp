@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <tuple>
 
 #include "frame/errors.hpp"
 #include "harvest/queue_order.hpp"
@@ -16,21 +17,20 @@
 namespace arborex {
 namespace {
 
-using test::CalcFixture;
-using test::TestStand;
+using Floats = std::vector<float>;
 
 // The fixture with its included list taken from the screen, as cmdCalculate leaves it.
-struct Land : CalcFixture {
-    explicit Land(const std::vector<TestStand>& stands, int16_t horizon = 10)
+struct Land : test::CalcFixture {
+    explicit Land(const std::vector<test::TestStand>& stands, int16_t horizon = 10)
         : CalcFixture(stands) {
         m.Settings.SPLIT = 10.0f;
         m.Calc.CalcHorizon = horizon;
         prepare();
         SetCutOrder(session);
     }
-    const Block& block(int b) const { return m.Calc.BlockList[b]; }
+    Block& block(int b) { return m.Calc.BlockList[b]; }
     int16_t simulate(int16_t mode, double rate) {
-        this->run.HarvestRate = rate;
+        run.HarvestRate = rate;
         int16_t failed = 0;
         AVAC(session, mode, failed);
         return failed;
@@ -39,6 +39,13 @@ struct Land : CalcFixture {
         const YearRec& y = m.Calc.YearTable[offset];
         return y.VolConifer + y.VolDeciduous;
     }
+    // Blocks set up and the clock at the start of a run to 2040, as AVAC begins.
+    void startYears() {
+        SetupCut(session);
+        run.CurYear = run.StartYear;
+        run.EndYear = 2040;
+        m.Calc.YearTable.resize(10);
+    }
 };
 
 TEST(SetupCut, SplitsAtSplitAndNetsDownPiecesAndRoads) {
@@ -46,22 +53,20 @@ TEST(SetupCut, SplitsAtSplitAndNetsDownPiecesAndRoads) {
     land.m.PolyM[1].ROADAREA = 1.0f;
     SetupCut(land.session);
     ASSERT_EQ(land.m.Calc.BlockLast, 3);
-    EXPECT_FLOAT_EQ(land.block(0).Area, 10.0f);
-    EXPECT_FLOAT_EQ(land.block(1).Area, 10.0f);
-    EXPECT_FLOAT_EQ(land.block(2).Area, 5.0f);
-    EXPECT_EQ(land.block(2).Polygon, 0);
-    EXPECT_EQ(land.block(0).DueYear, 2030 - 100 + 80);
-    EXPECT_EQ(land.block(0).StandYear, 1930);
-    EXPECT_EQ(land.block(0).Road, 0);
+    EXPECT_EQ((Floats{land.block(0).Area, land.block(1).Area, land.block(2).Area}),
+              (Floats{10, 10, 5}));
+    const Block& b = land.block(0);
+    EXPECT_EQ(std::tuple(land.block(2).Polygon, b.DueYear, b.StandYear, b.Road),
+              std::tuple(0, 2030 - 100 + 80, 1930, 0));
 
     land.screen.chkConNetDown = true;  // "15"
     SetupCut(land.session);
     const Block& roaded = land.block(3);
+    const RoadRec& road = land.m.Calc.RoadList[1];
     ASSERT_EQ(roaded.Road, 1);
     EXPECT_NEAR(roaded.Area, 7.65f, 1e-5f);
-    EXPECT_NEAR(land.m.Calc.RoadList[1].RoadArea, 0.85f, 1e-6f);
-    EXPECT_EQ(land.m.Calc.RoadList[1].RoadBlock, 3);
-    EXPECT_EQ(land.m.Calc.RoadList[1].RoadYear, roaded.StandYear);
+    EXPECT_NEAR(road.RoadArea, 0.85f, 1e-6f);
+    EXPECT_EQ(std::tuple(road.RoadBlock, road.RoadYear), std::tuple(3, roaded.StandYear));
     EXPECT_NEAR(land.m.Calc.NetArea, 35.0f * 0.85f, 1e-4f);
 }
 
@@ -75,33 +80,31 @@ TEST(SetupCut, SkipsBadPolygonsOnceAndCountsThemInTheNetArea) {
     SetupCut(land.session);
     EXPECT_EQ(land.m.Calc.BlockLast, 0);  // neither the skipped nor the unticked polygon
     EXPECT_FLOAT_EQ(land.m.Calc.NetArea, 14.0f);
-    ASSERT_EQ(land.host.prompt.shown.size(), 1u);
-    EXPECT_EQ(land.host.prompt.shown[0].title, "Skip Polygons");
-    EXPECT_NE(land.host.prompt.shown[0].text.find("NOAGE\r\n    Harvest Age = 0\r\n"),
-              std::string::npos);
+    const auto& shown = land.host.prompt.shown;
+    ASSERT_EQ(shown.size(), 1u);
+    EXPECT_EQ(shown[0].title, "Skip Polygons");
+    EXPECT_NE(shown[0].text.find("NOAGE\r\n    Harvest Age = 0\r\n"), std::string::npos);
     SetupCut(land.session);  // later trials run silently
-    EXPECT_EQ(land.host.prompt.shown.size(), 1u);
+    EXPECT_EQ(shown.size(), 1u);
 }
 
 TEST(ChooseBlock, QueuesPassedBlocksAndRelaxesByDueYear) {
     Land land({{"A", 10.0f, 40}, {"B", 10.0f, 40}, {"C", 10.0f, 40}});
     SetupCut(land.session);
     land.run.CurYear = 2030;
-    auto& blocks = land.m.Calc.BlockList;
-    blocks[0].DueYear = 2036;
-    blocks[1].DueYear = 2033;
-    blocks[2].DueYear = 2033;
+    land.block(0).DueYear = 2036;
+    land.block(1).DueYear = land.block(2).DueYear = 2033;
     land.run.Relax = 2;
     EXPECT_EQ(ChooseBlock(land.session), -1);
     EXPECT_EQ(land.run.QueueLast, 2);
-    EXPECT_EQ(blocks[0].Status, 3);
+    EXPECT_EQ(land.block(0).Status, 3);
 
     // Due in 3 years, two of them: the first in list order; due in 6 is out of reach.
     land.run.Relax = 5;
     EXPECT_EQ(ChooseBlock(land.session), 1);
-    EXPECT_EQ(land.m.Calc.BlockList[1].Status, 4);
+    EXPECT_EQ(land.block(1).Status, 4);
     EXPECT_EQ(land.run.CutQueue[1], kQueueTaken);
-    EXPECT_EQ(land.m.Calc.BlockList[1].NextBlock, 3);  // planted at once
+    EXPECT_EQ(land.block(1).NextBlock, 3);  // planted at once
     EXPECT_EQ(ChooseBlock(land.session), 2);
     EXPECT_EQ(ChooseBlock(land.session), -1);
 
@@ -109,34 +112,26 @@ TEST(ChooseBlock, QueuesPassedBlocksAndRelaxesByDueYear) {
     land.run.CurYear = 2036;
     EXPECT_EQ(ChooseBlock(land.session), 0);
     EXPECT_EQ(land.run.CutQueue[0], kQueueTaken);
-}
 
-TEST(ChooseBlock, RelaxReachesFiveYearsAndNotSix) {
-    Land land({{"A", 10.0f, 40}});
-    SetupCut(land.session);
-    land.run.CurYear = 2030;
-    land.run.Relax = 5;
-    land.m.Calc.BlockList[0].DueYear = 2036;
-    EXPECT_EQ(ChooseBlock(land.session), -1);
-    land.m.Calc.BlockList[0].DueYear = 2035;
-    EXPECT_EQ(ChooseBlock(land.session), 0);
+    // Due in exactly 5 years is within reach.
+    Land five({{"A", 10.0f, 40}});
+    SetupCut(five.session);
+    five.run.CurYear = 2030;
+    five.run.Relax = 5;
+    five.block(0).DueYear = 2035;
+    EXPECT_EQ(ChooseBlock(five.session), 0);
 }
 
 TEST(IncrementYear, TakesTheInventoryAndTestsTheConstraints) {
     Land land({{"OLD", 10.0f, 100}, {"YOUNG", 5.0f, 30}});
-    SetupCut(land.session);
-    land.run.CurYear = land.run.StartYear;
-    land.run.EndYear = 2040;
-    land.m.Calc.YearTable.resize(10);
+    land.startYears();
     land.run.HarvestRate = 700.4;
     IncrementYear(land.session, -1);
     const YearRec& y = land.m.Calc.YearTable[0];
-    EXPECT_FLOAT_EQ(y.InvArea, 15.0f);
-    EXPECT_FLOAT_EQ(y.MatureCon, 10.0f * 200.0f);
-    EXPECT_FLOAT_EQ(y.ImmatureCon, 5.0f * 60.0f);
-    EXPECT_FLOAT_EQ(y.InvVolume, 2300.0f);
-    EXPECT_FLOAT_EQ(y.AgeClassArea[5], 10.0f);
-    EXPECT_FLOAT_EQ(y.AgeClassArea[2], 5.0f);
+    // Inventory area, mature and immature volume, their sum, age classes 5 and 2.
+    EXPECT_EQ((Floats{y.InvArea, y.MatureCon, y.ImmatureCon, y.InvVolume, y.AgeClassArea[5],
+                      y.AgeClassArea[2]}),
+              (Floats{15, 10 * 200, 5 * 60, 2300, 10, 5}));
     EXPECT_FALSE(land.run.ConstraintBroken);  // both boxes unticked: never broken
     EXPECT_EQ(land.run.VolLeft, 700);
     EXPECT_EQ(land.run.CurYear, 2030);  // the first call holds the clock
@@ -160,23 +155,18 @@ TEST(IncrementYear, TakesTheInventoryAndTestsTheConstraints) {
     } catch (const ArborexError& e) {
         EXPECT_EQ(e.number(), ErrDivisionByZero);
     }
-}
 
-TEST(IncrementYear, AStandOfExactlyTheConstraintHeightReachesIt) {
-    Land land({{"A", 10.0f, 100}});
-    SetupCut(land.session);
-    land.run.CurYear = land.run.StartYear;
-    land.run.EndYear = 2040;
-    land.m.Calc.YearTable.resize(10);
-    // 12.2 has no exact binary form: the field must be read the way the heights are stored.
-    auto& curves = land.run.Yields.CurveTable;
-    curves.at(static_cast<std::size_t>(land.block(0).Curve)).Height.fill(12.2f);
-    land.screen.chkConHeight = true;
-    land.screen.txtHeight = "12.2";
-    land.screen.txtHeightPerc = "100";
-    IncrementYear(land.session, -1);
-    EXPECT_FLOAT_EQ(land.m.Calc.YearTable[0].InvAreaHeight, 10.0f);
-    EXPECT_FALSE(land.run.ConstraintBroken);
+    // 12.2 has no exact binary form: the field must be read the way the heights are stored,
+    // so that a stand of exactly the constraint height reaches it.
+    Land tall({{"A", 10.0f, 100}});
+    tall.startYears();
+    tall.run.Yields.CurveTable.at(static_cast<std::size_t>(tall.block(0).Curve)).Height.fill(12.2f);
+    tall.screen.chkConHeight = true;
+    tall.screen.txtHeight = "12.2";
+    tall.screen.txtHeightPerc = "100";
+    IncrementYear(tall.session, -1);
+    EXPECT_EQ(tall.m.Calc.YearTable[0].InvAreaHeight, 10.0f);
+    EXPECT_FALSE(tall.run.ConstraintBroken);
 }
 
 TEST(AVAC, RateOfZeroStaysOnTheFirstBlockAndCutsNothing) {
@@ -195,19 +185,18 @@ TEST(AVAC, FinalRunDropsTheFirstAllowanceAndRevisitsBlocksFinishedExactly) {
                {"C", 10.0f, 310, 0, 0, 1.0f}});
     land.run.DelayYears = 1;
     EXPECT_EQ(land.simulate(kFinalRun, 2000.0), 0);
-    EXPECT_EQ(land.observer.finalRuns, 1);
-    EXPECT_EQ(land.run.ResultsValid, 1);
-    EXPECT_EQ(land.m.Calc.inputs.SavedVolRate, 2000);
+    EXPECT_EQ(
+        std::tuple(land.observer.finalRuns, land.run.ResultsValid, land.m.Calc.inputs.SavedVolRate),
+        std::tuple(1, 1, 2000));
     const float expected[] = {0, 2000, 2000, 2000, 2000, 1000, 0};
     for (int y = 0; y <= 6; ++y) EXPECT_FLOAT_EQ(land.volumeCut(y), expected[y]) << y;
     // B runs out in year 3 exactly with the allowance: it is visited again in year 4 with
     // nothing left to cut, which finishes it a second time. A and C end with allowance left.
-    EXPECT_EQ(land.block(0).Status, 1 + 16);
-    EXPECT_EQ(land.block(1).Status, 1 + 16 + 16);
-    EXPECT_EQ(land.block(2).Status, 1 + 16);
-    EXPECT_EQ(land.m.Calc.YearTable[2].NumPolygons, 2);
-    EXPECT_EQ(land.m.Calc.YearTable[4].NumPolygons, 2);
-    EXPECT_EQ(land.m.Calc.YearTable[5].NumPolygons, 1);
+    EXPECT_EQ(std::tuple(land.block(0).Status, land.block(1).Status, land.block(2).Status),
+              std::tuple(1 + 16, 1 + 16 + 16, 1 + 16));
+    const auto& years = land.m.Calc.YearTable;
+    EXPECT_EQ(std::tuple(years[2].NumPolygons, years[4].NumPolygons, years[5].NumPolygons),
+              std::tuple(2, 2, 1));
 }
 
 TEST(AVAC, ABlockTakenEarlyIsCutToTheEndAcrossSteps) {
@@ -215,12 +204,12 @@ TEST(AVAC, ABlockTakenEarlyIsCutToTheEndAcrossSteps) {
     Land land({{"A", 10.0f, 77}});
     land.run.Relax = 5;
     EXPECT_EQ(land.simulate(kFinalRun, 1000.0), 0);
-    EXPECT_EQ(land.block(0).Status, 4 + 16);
-    EXPECT_EQ(land.block(0).CutFraction, 1.0f);
+    EXPECT_EQ(std::tuple(land.block(0).Status, land.block(0).CutFraction),
+              std::tuple(4 + 16, 1.0f));
     ASSERT_EQ(land.m.Calc.CutCount, 1);
-    EXPECT_EQ(land.m.Calc.CutList[1].StartYr, 2030);
-    EXPECT_EQ(land.m.Calc.CutList[1].EndYr, 2031);
-    EXPECT_FLOAT_EQ(land.volumeCut(0), 1000.0f);
+    EXPECT_EQ(std::tuple(land.m.Calc.CutList[1].StartYr, land.m.Calc.CutList[1].EndYr),
+              std::tuple(2030, 2031));
+    EXPECT_EQ(land.volumeCut(0), 1000.0f);
     EXPECT_NEAR(land.volumeCut(1), 547.0f, 0.1f);  // the rest, at one year older
     EXPECT_EQ(land.volumeCut(2), 0.0f);
 }
