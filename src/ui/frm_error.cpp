@@ -47,7 +47,7 @@ frmError::frmError(FailureReport report, QWidget* parent)
 
     auto* txtLocation = readOnlyLine(this, "txtLocation", qs(report_.location));
     auto* txtErrNum = readOnlyLine(this, "txtErrNum", QString::number(report_.number));
-    auto* txtMessage = new QPlainTextEdit(qs(report_.message), this);
+    auto* txtMessage = new QPlainTextEdit(lq(report_.message), this);
     txtMessage->setObjectName("txtMessage");
     txtMessage->setReadOnly(true);
     txtMessage->setMaximumHeight(90);

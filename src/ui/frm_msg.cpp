@@ -18,7 +18,7 @@ constexpr const char* kCaptions[4] = {"OK", "Cancel", "Yes", "No"};
 // Catalogue texts end their lines with "\r\n"; a label wants plain line ends and no empty line
 // after the last.
 QString displayText(const std::string& text) {
-    QString shown = qs(text);
+    QString shown = lq(text);
     shown.replace("\r\n", "\n");
     while (shown.endsWith('\n')) shown.chop(1);
     return shown;
@@ -30,7 +30,7 @@ frmMsg::frmMsg(const std::string& title, const std::string& text, const std::str
                int16_t buttons, int16_t defaultButton, QWidget* parent)
     : QDialog(parent), defaultButton_(defaultButton) {
     setObjectName("frmMsg");
-    setWindowTitle(qs(title));
+    setWindowTitle(lq(title));
     setModal(true);
 
     lblMSG_ = new QLabel(displayText(text), this);

@@ -73,7 +73,7 @@ static QMessageBox::Icon boxIcon(Icon icon) {
 
 Answer QtPrompt::ask(const std::string& title, const std::string& text, Buttons buttons,
                      Answer defaultAnswer, Icon icon) {
-    QMessageBox box(boxIcon(icon), qs(title), qs(text), buttonSet(buttons), parent_);
+    QMessageBox box(boxIcon(icon), lq(title), lq(text), buttonSet(buttons), parent_);
     if (buttonSet(buttons) & standardButton(defaultAnswer))
         box.setDefaultButton(standardButton(defaultAnswer));
     // Escape and the close button give the box's cautious answer.
@@ -97,9 +97,9 @@ std::optional<std::string> QtPrompt::input(const std::string& title, const std::
                                            const std::string& proposed) {
     bool ok = false;
     const QString answer =
-        QInputDialog::getText(parent_, qs(title), qs(text), QLineEdit::Normal, qs(proposed), &ok);
+        QInputDialog::getText(parent_, lq(title), lq(text), QLineEdit::Normal, lq(proposed), &ok);
     if (!ok) return std::nullopt;
-    return ss(answer);
+    return ls(answer);
 }
 
 // The extension a save dialog adds when the user types none: the first pattern's, unless it

@@ -16,12 +16,21 @@ void centerme(QWidget& form);
 // Sets a screen's caption to title + " - " + the project's display name.
 void UpdateCaption(QWidget& form, const Model& m, const std::string& title);
 
-// Paths and program texts travel as UTF-8.
+// Paths travel as UTF-8, as the file system names them.
 inline QString qs(const std::string& text) {
     return QString::fromStdString(text);
 }
 inline std::string ss(const QString& text) {
     return text.toStdString();
+}
+
+// The core's texts (messages, polygon names, list rows, "m\xb3/yr") are Latin-1, one byte a
+// character, as the project files and the reference data hold them.
+inline QString lq(const std::string& text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+inline std::string ls(const QString& text) {
+    return text.toLatin1().toStdString();
 }
 
 }  // namespace arborex
