@@ -7,6 +7,7 @@
 // The tables a run leaves (BlockList, RoadList, CutList, YearTable and their counters) live in
 // Model::Calc, because the project file keeps them.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <fstream>
@@ -118,6 +119,45 @@ struct CalcRun {
     bool FirstSetup = false;
     std::vector<uint16_t> CutQueue;  // 65535 marks an entry taken
     int16_t QueueLast = -1;
+
+    // The blocks that each walk of the loop may still find, in BlockList order. SetupCut clears
+    // them, every new block joins those it may qualify for, and a walk drops the entries that
+    // can no longer qualify, so that a walk costs what it can find rather than all blocks made.
+    struct BlockWalks {
+        std::vector<int> waiting;   // Status 1: the list pass of ChooseBlock
+        std::vector<int> reentry;   // Status 2: partial cut re-entries
+        std::vector<int> nsr;       // Status 6: restocking
+        std::vector<int> thinning;  // ThinVol above 0, block 0 never
+        std::vector<int> standing;  // all but finished blocks: the inventory
+        int queueHead = 0;          // CutQueue entries before it are all taken
+        // No entry of `thinning` is due before nextThinYear, none of `reentry` before
+        // nextReentryYear, so that a walk that cannot find anything is not made.
+        int nextThinYear = 32767;
+        int nextReentryYear = 32767;
+        void clear() {
+            waiting.clear();
+            reentry.clear();
+            nsr.clear();
+            thinning.clear();
+            standing.clear();
+            queueHead = 0;
+            nextThinYear = nextReentryYear = 32767;
+        }
+        // A new block, at the end of BlockList.
+        void track(int index, const Block& block) {
+            if (block.Status == 1) waiting.push_back(index);
+            if (block.Status == 2) {
+                reentry.push_back(index);
+                nextReentryYear = std::min<int>(nextReentryYear, block.DueYear);
+            }
+            if (block.Status == 6) nsr.push_back(index);
+            if (block.ThinVol > 0 && index > 0) {
+                thinning.push_back(index);
+                nextThinYear = std::min<int>(nextThinYear, block.ThinYear);
+            }
+            standing.push_back(index);
+        }
+    } Walks;
 
     // The rows of CutOrder whose ownership is ticked, in order.
     std::vector<int16_t> IncludedPoly;

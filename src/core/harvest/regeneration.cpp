@@ -148,6 +148,7 @@ void PlantBlock(CalcSession& s, int16_t block) {
             break;
     }
     calc.BlockList[n] = child;
+    s.run.Walks.track(n, child);
     // No screen sets such a value; the block keeps what it copied and the value is shown.
     if (unknownFuture) s.prompt.tell(kProgramTitle, std::to_string(future));
 }
@@ -156,9 +157,15 @@ void NSR(CalcSession& s, int16_t mode) {
     // The walk ends at the last block of its start: the successors it plants wait for the
     // next walk.
     const int last = s.m.Calc.BlockLast;
-    for (int b = 0; b <= last; ++b) {
+    std::vector<int>& list = s.run.Walks.nsr;
+    const std::size_t count = list.size();  // blocks planted by this walk join behind
+    std::size_t kept = 0;
+    for (std::size_t r = 0; r < count; ++r) {
+        const int b = list[r];
         const Block& blk = s.m.Calc.BlockList[b];
-        if (blk.Status != kStatusNSR || blk.DueYear > s.run.CurYear) continue;
+        if (blk.Status != kStatusNSR) continue;  // restocked for good
+        list[kept++] = b;
+        if (b > last || blk.DueYear > s.run.CurYear) continue;
         const auto block = static_cast<int16_t>(b);
         PreCut(s, block, kMethodNSR, mode);
         PlantBlock(s, block);
@@ -167,19 +174,35 @@ void NSR(CalcSession& s, int16_t mode) {
         restocked.Status = toI2(restocked.Status + kFinishedStep);
         UpdateReports(s, 0.0f, 0.0f, restocked.Area, 0.0f, kMethodNSR, block, 0.0f);
     }
+    list.erase(list.begin() + static_cast<std::ptrdiff_t>(kept),
+               list.begin() + static_cast<std::ptrdiff_t>(count));
 }
 
 void CommercialThin(CalcSession& s, int16_t mode) {
     // The walk starts at block 1, so the first block of the list never thins; results have
     // always had that, and it is kept.
     const int last = s.m.Calc.BlockLast;
-    for (int b = 1; b <= last; ++b) {
+    auto& walks = s.run.Walks;
+    if (walks.nextThinYear > s.run.CurYear) return;
+    std::vector<int>& list = walks.thinning;
+    std::size_t kept = 0;
+    int next = 32767;
+    for (std::size_t r = 0; r < list.size(); ++r) {
+        const int b = list[r];
         const Block& blk = s.m.Calc.BlockList[b];
-        if (blk.ThinVol <= 0 || blk.ThinYear > s.run.CurYear) continue;
-        const auto block = static_cast<int16_t>(b);
-        PreCut(s, block, kMethodThin, mode);
-        thinBlock(s, block, mode);
+        if (blk.ThinVol <= 0) continue;  // thinned: nothing comes back
+        if (b <= last && blk.ThinYear <= s.run.CurYear) {
+            const auto block = static_cast<int16_t>(b);
+            PreCut(s, block, kMethodThin, mode);
+            thinBlock(s, block, mode);
+        }
+        const Block& after = s.m.Calc.BlockList[b];
+        if (after.ThinVol <= 0) continue;
+        list[kept++] = b;
+        next = std::min<int>(next, after.ThinYear);
     }
+    list.resize(kept);
+    walks.nextThinYear = next;
 }
 
 }  // namespace arborex

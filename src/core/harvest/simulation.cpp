@@ -105,6 +105,7 @@ void addBlock(CalcSession& s, int p, float piece, float road) {
         block.Area = piece - road;
     }
     if (partial) SetPC(m, run.Yields, block);
+    run.Walks.track(calc.BlockLast, block);
 }
 
 // Splits polygon p at SPLIT hectares: pieces of SPLIT, then the remainder.
@@ -154,36 +155,60 @@ int16_t findBlock(CalcSession& s) {
     // Partial cut re-entries first; among them the one that fell due last.
     int found = -1;
     int largest = 0;
-    for (int b = 0; b <= calc.BlockLast; ++b) {
-        const Block& block = calc.BlockList[b];
-        if (block.Status != kStatusReentry || block.DueYear > run.CurYear) continue;
-        const int since = block.DueYear - run.CurYear;
-        if (found == -1 || since > largest) {
-            found = b;
-            largest = since;
+    if (run.Walks.nextReentryYear <= run.CurYear) {
+        std::vector<int>& list = run.Walks.reentry;
+        std::size_t kept = 0;
+        int next = 32767;
+        for (const int b : list) {
+            const Block& block = calc.BlockList[b];
+            if (block.Status != kStatusReentry) continue;  // finished: never a re-entry again
+            list[kept++] = b;
+            next = std::min<int>(next, block.DueYear);
+            if (block.DueYear > run.CurYear) continue;
+            const int since = block.DueYear - run.CurYear;
+            if (found == -1 || since > largest) {
+                found = b;
+                largest = since;
+            }
         }
+        list.resize(kept);
+        run.Walks.nextReentryYear = next;
     }
     if (found != -1) return static_cast<int16_t>(found);
 
-    for (int i = 0; i <= run.QueueLast; ++i) {
+    for (int i = run.Walks.queueHead; i <= run.QueueLast; ++i) {
         uint16_t& entry = run.CutQueue.at(static_cast<std::size_t>(i));
-        if (entry == kQueueTaken) continue;
+        if (entry == kQueueTaken) {
+            if (i == run.Walks.queueHead) ++run.Walks.queueHead;
+            continue;
+        }
         if (calc.BlockList[entry].DueYear <= run.CurYear) {
             const auto b = static_cast<int16_t>(entry);
             entry = kQueueTaken;
+            if (i == run.Walks.queueHead) ++run.Walks.queueHead;
             return b;
         }
     }
 
     // Every block the walk passes over joins the queue, in harvest order.
-    for (int b = 0; b <= calc.BlockLast; ++b) {
-        Block& block = calc.BlockList[b];
-        if (block.Status != kStatusWaiting) continue;
-        if (block.DueYear <= run.CurYear) return static_cast<int16_t>(b);
-        run.QueueLast = toI2(run.QueueLast + 1);
-        run.CutQueue.resize(static_cast<std::size_t>(run.QueueLast) + 1);
-        run.CutQueue[static_cast<std::size_t>(run.QueueLast)] = static_cast<uint16_t>(b);
-        block.Status = kStatusQueued;
+    {
+        std::vector<int>& list = run.Walks.waiting;
+        std::size_t kept = 0;
+        for (std::size_t r = 0; r < list.size(); ++r) {
+            const int b = list[r];
+            Block& block = calc.BlockList[b];
+            if (block.Status != kStatusWaiting) continue;  // never waits again
+            if (block.DueYear <= run.CurYear) {
+                list.erase(list.begin() + static_cast<std::ptrdiff_t>(kept),
+                           list.begin() + static_cast<std::ptrdiff_t>(r));
+                return static_cast<int16_t>(b);
+            }
+            run.QueueLast = toI2(run.QueueLast + 1);
+            run.CutQueue.resize(static_cast<std::size_t>(run.QueueLast) + 1);
+            run.CutQueue[static_cast<std::size_t>(run.QueueLast)] = static_cast<uint16_t>(b);
+            block.Status = kStatusQueued;
+        }
+        list.clear();
     }
 
     const int16_t relaxed = relaxedBlock(s);
@@ -241,8 +266,21 @@ Standing standingOn(const CalcSession& s, const Block& block, float area) {
 
 void takeInventory(CalcSession& s, YearRec& year, int ageLimit, float heightLimit) {
     const CalcState& calc = s.m.Calc;
-    for (int b = 0; b <= calc.BlockLast; ++b) {
+    std::vector<int>& list = s.run.Walks.standing;
+    std::size_t kept = 0;
+    // Summed in locals, in the same order, so that the compiler need not store each sum back
+    // to the year's record on every block.
+    float invVolume = year.InvVolume, invArea = year.InvArea;
+    float invAreaAge = year.InvAreaAge, invAreaHeight = year.InvAreaHeight;
+    float matureCon = year.MatureCon, matureDec = year.MatureDec;
+    float immatureCon = year.ImmatureCon, immatureDec = year.ImmatureDec;
+    std::array<float, 10> ageClassArea = year.AgeClassArea;
+    for (const int b : list) {
         const Block& block = calc.BlockList[b];
+        // A finished block stays cut for the rest of the run: its parent was done before it
+        // could be chosen, and a second visit to it cuts nothing.
+        if (block.CutFraction == 1.0f && block.Status >= kFinishedStep) continue;
+        list[kept++] = b;
         if (block.CutFraction == 1.0f) continue;
         const float uncut = 1.0f - block.CutFraction;
         float area = uncut * block.Area;
@@ -253,20 +291,30 @@ void takeInventory(CalcSession& s, YearRec& year, int ageLimit, float heightLimi
             area = area + roadLeft;
         }
         const Standing st = standingOn(s, block, area);
-        year.InvVolume += st.conifer + st.deciduous;
-        if (st.age >= ageLimit) year.InvAreaAge += area;
-        if (st.height >= heightLimit) year.InvAreaHeight += area;
-        year.InvArea += area;
+        invVolume += st.conifer + st.deciduous;
+        if (st.age >= ageLimit) invAreaAge += area;
+        if (st.height >= heightLimit) invAreaHeight += area;
+        invArea += area;
         // NC and NSR blocks of the first rotation have HarvestAge 0 and so count as mature.
         if (st.age >= block.HarvestAge) {
-            year.MatureCon += st.conifer;
-            year.MatureDec += st.deciduous;
+            matureCon += st.conifer;
+            matureDec += st.deciduous;
         } else {
-            year.ImmatureCon += st.conifer;
-            year.ImmatureDec += st.deciduous;
+            immatureCon += st.conifer;
+            immatureDec += st.deciduous;
         }
-        year.AgeClassArea.at(static_cast<std::size_t>(ageClass(st.age))) += area;
+        ageClassArea.at(static_cast<std::size_t>(ageClass(st.age))) += area;
     }
+    list.resize(kept);
+    year.InvVolume = invVolume;
+    year.InvArea = invArea;
+    year.InvAreaAge = invAreaAge;
+    year.InvAreaHeight = invAreaHeight;
+    year.MatureCon = matureCon;
+    year.MatureDec = matureDec;
+    year.ImmatureCon = immatureCon;
+    year.ImmatureDec = immatureDec;
+    year.AgeClassArea = ageClassArea;
 }
 
 }  // namespace
@@ -348,6 +396,7 @@ void SetupCut(CalcSession& s) {
 
     run.QueueLast = -1;
     run.CutQueue.clear();
+    run.Walks.clear();
     calc.BlockLast = -1;
     calc.BlockList.reset();
     calc.RoadLast = 0;

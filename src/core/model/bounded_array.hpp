@@ -20,8 +20,8 @@ public:
     std::size_t size() const { return items_.size(); }
 
     // Bounds are checked on every access: an index outside them is an unexpected failure.
-    T& operator[](int index) { return items_.at(checked(index)); }
-    const T& operator[](int index) const { return items_.at(checked(index)); }
+    T& operator[](int index) { return items_[checked(index)]; }
+    const T& operator[](int index) const { return items_[checked(index)]; }
 
     // Elements LowerBound..upper; contents kept, new elements zeroed. An upper bound below
     // the lower one leaves the one-element form.
