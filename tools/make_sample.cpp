@@ -241,10 +241,18 @@ void fillTipsyCurve(Model& m, int p, const Stand& stand) {
     const growth::ThinRecord record = growth::thinRecord(inputs, thin);
     PolyMgmt& mgmt = m.PolyM[static_cast<std::size_t>(p)];
     mgmt.COMTHIN = 1;
-    mgmt.TIPSYCACHE = {static_cast<int16_t>(record.age), tenths(record.volCut),
-                       tenths(record.volBefore),         tenths(record.volAfter),
-                       tenths(record.diaBefore),         tenths(record.diaAfter),
-                       tenths(record.htBefore),          tenths(record.htAfter)};
+    // The volume cut is whole m3/ha, from the stored tenths, as the TIPSY import works it out.
+    const int16_t before = tenths(record.volBefore);
+    const int16_t after = tenths(record.volAfter);
+    const auto volCut = toI2(roundHalfEven((before - after) / 10.0));
+    mgmt.TIPSYCACHE = {static_cast<int16_t>(record.age),
+                       volCut,
+                       before,
+                       after,
+                       tenths(record.diaBefore),
+                       tenths(record.diaAfter),
+                       tenths(record.htBefore),
+                       tenths(record.htAfter)};
 }
 
 // The curves that the stand's managements use, as the yield run would leave them: every stand
