@@ -19,6 +19,7 @@
 #include "frame/errors.hpp"
 #include "frame/host.hpp"
 #include "frame/numeric.hpp"
+#include "frame/unattended_prompt.hpp"
 #include "growth/growth_model.hpp"
 #include "model/colours.hpp"
 #include "model/model.hpp"
@@ -29,22 +30,6 @@
 namespace {
 
 using namespace arborex;
-
-// Nobody answers: a question takes its default button and a box is printed.
-class UnattendedPrompt final : public Prompt {
-public:
-    Answer ask(const std::string& title, const std::string& text, Buttons, Answer defaultAnswer,
-               Icon) override {
-        std::cerr << "make_sample: " << title << ": " << text << '\n';
-        return defaultAnswer;
-    }
-    std::optional<std::string> input(const std::string&, const std::string&,
-                                     const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<FileChoice> openFile(const FileRequest&) override { return std::nullopt; }
-    std::optional<FileChoice> saveFile(const FileRequest&) override { return std::nullopt; }
-};
 
 struct Species {
     const char* code;
@@ -322,7 +307,7 @@ int main(int argc, char** argv) {
     const std::string path = argc > 1 ? argv[1] : "samples/sample.arx";
     const std::string data = argc > 2 ? argv[2] : "data";
     try {
-        UnattendedPrompt prompt;
+        UnattendedPrompt prompt("make_sample", std::cerr);
         SilentStatus status;
         MemorySettings settings;
         HostViews views;

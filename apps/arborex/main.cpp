@@ -2,6 +2,7 @@
 // over to the start-up sequence.
 
 #include <QApplication>
+#include <iostream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "platform/qt_environment.hpp"
 #include "platform/qt_settings_store.hpp"
 #include "platform/single_instance.hpp"
+#include "screen_grab.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_status.hpp"
 #include "ui/qt_prompt.hpp"
@@ -18,10 +20,24 @@
 #include "ui/startup_sequence.hpp"
 
 int main(int argc, char* argv[]) {
+    // Screenshots are taken without a display.
+    const bool grab = argc > 1 && std::string(argv[1]) == "--grab";
+    if (grab) qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QApplication::setOrganizationName("Arborex");
     QApplication::setApplicationName("Arborex");
     QApplication::setApplicationVersion("3.2.26");
+
+    if (grab) {
+        const QStringList words = QApplication::arguments();
+        if (words.size() < 3 || words.size() > 4) {
+            std::cerr << "usage: arborex --grab DIR [PROJECT]\n";
+            return 2;
+        }
+        return arborex::grabScreens(words[2].toStdString(),
+                                    words.size() == 4 ? words[3].toStdString() : std::string(),
+                                    arborex::programDataFolder(QApplication::applicationDirPath()));
+    }
 
     arborex::QtSettingsStore settings;
     arborex::QtPrompt prompt;

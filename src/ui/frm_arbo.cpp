@@ -21,6 +21,7 @@
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_about.hpp"
+#include "ui/frm_calc.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
 #include "ui/startup_sequence.hpp"
@@ -50,7 +51,7 @@ constexpr std::array<ViewButton, 6> kViewButtons = {{
 
 // Screens of the views that this build provides; the buttons of the others stay disabled.
 bool screenExists(int view) {
-    return view == 0 || view == 7;
+    return view == 0 || view == 3 || view == 7;
 }
 
 }  // namespace
@@ -166,6 +167,9 @@ void frmArbo::view(int n) {
     if (n == 0) {
         if (!project_) project_ = new frmProject(m_, host_, this);
         screen = project_;
+    } else if (n == 3) {
+        if (!calc_) calc_ = new frmCalc(m_, host_, calcRun_, this);
+        screen = calc_;
     } else if (n == 7) {
         if (!settings_) settings_ = new frmSettingsReg(m_, host_, this);
         screen = settings_;

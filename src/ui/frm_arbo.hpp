@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "frame/host.hpp"
+#include "harvest/calc_session.hpp"
 #include "model/model.hpp"
 
 class QAction;
@@ -16,6 +17,7 @@ class QPushButton;
 
 namespace arborex {
 
+class frmCalc;
 class frmProject;
 class frmSettingsReg;
 
@@ -80,6 +82,10 @@ private:
     std::array<QAction*, 4> mnLast_{};
     QPointer<frmProject> project_;
     QPointer<frmSettingsReg> settings_;
+    QPointer<frmCalc> calc_;
+    // The calculation's state outlives its screen: reopening expands the curves into the memory
+    // the last opening left, which is most of the cost of opening a large project.
+    CalcRun calcRun_;
     std::function<void()> endProcess_;
     bool ending_ = false;
 };

@@ -119,6 +119,14 @@ private slots:
         QCOMPARE(s.main.windowTitle(), QString("Arborex for Windows - Woodlot 12"));
         QVERIFY(!s.main.findChild<QDialog*>("frmAbout"));
         QVERIFY(s.child<QPushButton>("cmdView_0")->isEnabled());
+
+        // With a polygon the calculations open, once however often they are asked for.
+        QVERIFY(s.child<QPushButton>("cmdView_2")->isEnabled());
+        QTest::mouseClick(s.child<QPushButton>("cmdView_2"), Qt::LeftButton);
+        QTest::mouseClick(s.child<QPushButton>("cmdView_2"), Qt::LeftButton);
+        const auto screens = s.main.findChildren<QDialog*>("frmCalc");
+        QCOMPARE(screens.size(), 1);
+        QVERIFY(screens.first()->isVisible());
     }
 
     void missingCommandLineFileIsToldAndStartGoesOn() {

@@ -1,0 +1,91 @@
+#include "screen_grab.hpp"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QPixmap>
+#include <QWidget>
+#include <iostream>
+#include <memory>
+
+#include "frame/environment.hpp"
+#include "frame/settings_store.hpp"
+#include "frame/startup.hpp"
+#include "frame/status.hpp"
+#include "frame/unattended_prompt.hpp"
+#include "model/colours.hpp"
+#include "model/project_file.hpp"
+#include "ui/frm_arbo.hpp"
+#include "ui/frm_calc.hpp"
+#include "ui/frm_harv_param.hpp"
+#include "ui/frm_project.hpp"
+#include "ui/frm_settings_reg.hpp"
+#include "ui/ui_helpers.hpp"
+
+namespace arborex {
+
+namespace {
+
+// Shows a screen and saves what it shows.
+bool save(QWidget& screen, const QDir& folder, const QString& name) {
+    screen.show();
+    QApplication::processEvents();
+    const QString path = folder.filePath(name + ".png");
+    const bool saved = screen.grab().save(path);
+    std::cerr << (saved ? "wrote " : "cannot write ") << ss(path) << '\n';
+    return saved;
+}
+
+}  // namespace
+
+int grabScreens(const std::string& folder, const std::string& project,
+                const std::string& dataFolder) {
+    QDir target(qs(folder));
+    if (!target.mkpath(".")) {
+        std::cerr << "arborex --grab: cannot make " << folder << '\n';
+        return 1;
+    }
+    UnattendedPrompt prompt("arborex --grab", std::cerr);
+    SilentStatus status;
+    MemorySettings settings;
+    HostViews views;
+    ProcessEnvironment system;
+    Host host{prompt, status, settings, views, system};
+    auto m = std::make_unique<Model>();
+    ResetVars(*m);
+    SetDefaults(*m);
+    setColours(*m);
+    m->Paths[ArborexFolder] = dataFolder;
+    LoadReferenceData(*m, host);
+    const std::string path = project.empty() ? dataFolder + "sample/sample.arx" : project;
+    if (!LoadARX(*m, host, path)) {
+        std::cerr << "arborex --grab: cannot load " << path << '\n';
+        return 1;
+    }
+
+    bool ok = true;
+    frmArbo main(*m, host);
+    ok = save(main, target, "frmArbo") && ok;
+    frmProject projectScreen(*m, host, &main);
+    ok = save(projectScreen, target, "frmProject") && ok;
+    frmSettingsReg settingsScreen(*m, host, &main);
+    ok = save(settingsScreen, target, "frmSettingsReg") && ok;
+    frmHarvParam harvest(*m, host, &main);
+    ok = save(harvest, target, "frmHarvParam") && ok;
+
+    CalcRun run;
+    frmCalc calc(*m, host, run, &main);
+    calc.resize(1280, 800);
+    ok = save(calc, target, "frmCalc") && ok;
+    auto* search = calc.findChild<QCheckBox*>("chkCalcRate");
+    if (search && !search->isChecked()) search->click();
+    calc.cmdCalculate_Click();
+    ok = save(calc, target, "frmCalc-searched") && ok;
+    if (auto* status = calc.findChild<QWidget*>("frmCalcStatus"))
+        ok = save(*status, target, "frmCalcStatus") && ok;
+    else
+        ok = false;
+    return ok ? 0 : 1;
+}
+
+}  // namespace arborex
