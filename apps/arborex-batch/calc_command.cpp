@@ -1,5 +1,6 @@
 #include "calc_command.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <filesystem>
