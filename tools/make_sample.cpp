@@ -17,9 +17,8 @@
 
 #include "frame/dates.hpp"
 #include "frame/errors.hpp"
-#include "frame/host.hpp"
 #include "frame/numeric.hpp"
-#include "frame/unattended_prompt.hpp"
+#include "frame/unattended_host.hpp"
 #include "growth/growth_model.hpp"
 #include "model/colours.hpp"
 #include "model/model.hpp"
@@ -307,12 +306,8 @@ int main(int argc, char** argv) {
     const std::string path = argc > 1 ? argv[1] : "samples/sample.arx";
     const std::string data = argc > 2 ? argv[2] : "data";
     try {
-        UnattendedPrompt prompt("make_sample", std::cerr);
-        SilentStatus status;
-        MemorySettings settings;
-        HostViews views;
-        ProcessEnvironment system;
-        Host host{prompt, status, settings, views, system};
+        UnattendedHost unattended("make_sample", std::cerr);
+        Host& host = unattended.host;
         auto m = std::make_unique<Model>();
         LoadSpeciesV(m->Ref, host, data + "/SPECIESV.DAT");
         LoadSpeciesT(m->Ref, host, data + "/SPECIEST.DAT");

@@ -177,10 +177,6 @@ int trials(const SearchTrace& search) {
     return std::max(0, static_cast<int>(search.trials.size()) - 2);
 }
 
-std::string padLeft(const std::string& text, std::size_t width) {
-    return text.size() >= width ? text : std::string(width - text.size(), ' ') + text;
-}
-
 // Harvest by ten-year period: volume, area and the yearly mean of the volume.
 void writeDecades(const CalcSession& s, std::ostream& out) {
     const CalcState& calc = s.m.Calc;
@@ -200,10 +196,9 @@ void writeDecades(const CalcSession& s, std::ostream& out) {
         std::string years = std::to_string(startYear + first);
         if (last > first) years += "-" + std::to_string(startYear + last);
         const double mean = volume / static_cast<double>(last - first + 1);
-        out << years << std::string(years.size() < 14 ? 14 - years.size() : 1, ' ')
-            << padLeft(formatNumber(volume, "#,##0"), 13)
-            << padLeft(formatNumber(area, "#,##0.0"), 12) << padLeft(formatNumber(mean, "#,##0"), 9)
-            << '\n';
+        out << padded(years, 14, false) << padded(formatNumber(volume, "#,##0"), 13, true)
+            << padded(formatNumber(area, "#,##0.0"), 12, true)
+            << padded(formatNumber(mean, "#,##0"), 9, true) << '\n';
     }
 }
 

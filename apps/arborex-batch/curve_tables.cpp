@@ -59,11 +59,8 @@ private:
     void writeLine(const std::vector<std::string>& cells, const std::vector<std::size_t>& widths,
                    std::ostream& out) const {
         std::string line = " ";
-        for (std::size_t i = 0; i < cells.size() && i < widths.size(); ++i) {
-            const std::string fill(widths[i] - cells[i].size(), ' ');
-            const std::string shown = latin1ToUtf8(cells[i]);
-            line += " " + (right_[i] ? fill + shown : shown + fill);
-        }
+        for (std::size_t i = 0; i < cells.size() && i < widths.size(); ++i)
+            line += " " + padded(cells[i], widths[i], right_[i]);
         while (!line.empty() && line.back() == ' ') line.pop_back();
         out << line << '\n';
     }

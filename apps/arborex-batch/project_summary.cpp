@@ -155,13 +155,6 @@ private:
     std::vector<std::pair<std::string, std::string>> lines_;
 };
 
-// Text padded to `width` columns, counting one column for each byte of the project's text.
-std::string padded(const std::string& latin1Text, std::size_t width, bool right) {
-    const std::string fill(latin1Text.size() < width ? width - latin1Text.size() : 0, ' ');
-    const std::string shown = latin1ToUtf8(latin1Text);
-    return right ? fill + shown : shown + fill;
-}
-
 void writePolygonTable(const Model& m, std::ostream& out) {
     struct Column {
         const char* title;
@@ -231,6 +224,12 @@ std::string latin1ToUtf8(std::string_view latin1Text) {
         }
     }
     return utf8;
+}
+
+std::string padded(const std::string& latin1Text, std::size_t width, bool right) {
+    const std::string fill(latin1Text.size() < width ? width - latin1Text.size() : 0, ' ');
+    const std::string shown = latin1ToUtf8(latin1Text);
+    return right ? fill + shown : shown + fill;
 }
 
 void writeProjectText(const Model& m, std::ostream& out) {

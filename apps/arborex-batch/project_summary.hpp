@@ -31,6 +31,9 @@ std::string dateText(double dayCount);
 
 // Project text (one byte a character) as UTF-8, for a terminal.
 std::string latin1ToUtf8(std::string_view latin1Text);
+// Text as UTF-8, padded to `width` columns on the left (`right` aligned) or on the right,
+// counting one column for each byte of the project's text.
+std::string padded(const std::string& latin1Text, std::size_t width, bool right);
 
 void writeProjectText(const Model& m, std::ostream& out);
 void writeProjectJson(const Model& m, std::ostream& out);

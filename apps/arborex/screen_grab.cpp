@@ -8,11 +8,8 @@
 #include <iostream>
 #include <memory>
 
-#include "frame/environment.hpp"
-#include "frame/settings_store.hpp"
 #include "frame/startup.hpp"
-#include "frame/status.hpp"
-#include "frame/unattended_prompt.hpp"
+#include "frame/unattended_host.hpp"
 #include "model/colours.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_arbo.hpp"
@@ -45,12 +42,8 @@ int grabScreens(const std::string& folder, const std::string& project,
         std::cerr << "arborex --grab: cannot make " << folder << '\n';
         return 1;
     }
-    UnattendedPrompt prompt("arborex --grab", std::cerr);
-    SilentStatus status;
-    MemorySettings settings;
-    HostViews views;
-    ProcessEnvironment system;
-    Host host{prompt, status, settings, views, system};
+    UnattendedHost unattended("arborex --grab", std::cerr);
+    Host& host = unattended.host;
     auto m = std::make_unique<Model>();
     ResetVars(*m);
     SetDefaults(*m);

@@ -10,13 +10,10 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <cmath>
-#include <limits>
 #include <string>
 
 #include "frame/display_format.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
 #include "frame/host.hpp"
 #include "frame/number_text.hpp"
 #include "frame/numeric.hpp"
@@ -43,13 +40,6 @@ constexpr Range kAutoSplitRange{0.1f, 999.9f, 1};
 
 double numberIn(const QLineEdit* field) {
     return tolerantNumber(ls(field->text()));
-}
-
-// A float setting fails as an overflow rather than turning into infinity.
-float toF4(double value) {
-    if (std::fabs(value) > static_cast<double>(std::numeric_limits<float>::max()))
-        throw ArborexError(ErrOverflow);
-    return static_cast<float>(value);
 }
 
 QString shown(int value) {

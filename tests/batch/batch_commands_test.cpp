@@ -18,15 +18,11 @@
 namespace arborex::batch {
 namespace {
 
+using test::has;
 using test::lineCount;
 using test::run;
 using test::RunResult;
 using Strings = std::vector<std::string>;
-
-::testing::AssertionResult has(const std::string& text, const std::string& part) {
-    if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "no \"" << part << "\" in:\n" << text;
-}
 
 // Three polygons; the first carries curves, the second a name with a quote and a Latin-1 byte.
 void writeProject(const std::string& path) {

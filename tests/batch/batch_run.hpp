@@ -1,6 +1,8 @@
 #pragma once
 // Runs a batch command line in-process, as the program's main() would, and keeps what it wrote.
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <sstream>
 #include <string>
@@ -34,6 +36,12 @@ inline RunResult run(std::vector<std::string> args) {
     result.out = out.str();
     result.err = err.str();
     return result;
+}
+
+// Whether `text` holds `part`; on failure the whole text is shown.
+inline ::testing::AssertionResult has(const std::string& text, const std::string& part) {
+    if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << "no \"" << part << "\" in:\n" << text;
 }
 
 inline int lineCount(const std::string& text) {

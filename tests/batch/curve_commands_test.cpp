@@ -18,17 +18,13 @@
 namespace arborex::batch {
 namespace {
 
+using test::has;
 using test::JsonCheck;
 using test::JsonValue;
 using test::lineCount;
 using test::run;
 using test::RunResult;
 using Strings = std::vector<std::string>;
-
-::testing::AssertionResult has(const std::string& text, const std::string& part) {
-    if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
-    return ::testing::AssertionFailure() << "no \"" << part << "\" in:\n" << text;
-}
 
 // The texts of an array's items, or of an object's values.
 Strings texts(const JsonValue& json) {

@@ -42,12 +42,15 @@ int32_t toI4(long long value) {
     return static_cast<int32_t>(value);
 }
 
+float toF4(double value) {
+    if (std::fabs(value) > static_cast<double>(std::numeric_limits<float>::max()))
+        throw ArborexError(ErrOverflow);
+    return static_cast<float>(value);
+}
+
 float quotient(double numerator, double denominator) {
     if (denominator == 0.0) throw ArborexError(numerator == 0.0 ? ErrOverflow : ErrDivisionByZero);
-    const double result = numerator / denominator;
-    if (std::fabs(result) > static_cast<double>(std::numeric_limits<float>::max()))
-        throw ArborexError(ErrOverflow);
-    return static_cast<float>(result);
+    return toF4(numerator / denominator);
 }
 
 double clamp32767(double value) {

@@ -16,6 +16,9 @@ int32_t toI4(double value);
 int16_t toI2(long long value);
 int32_t toI4(long long value);
 int16_t toI2(int value);
+// A double stored to a float field: a value beyond the float range is an overflow, never an
+// infinity.
+float toF4(double value);
 
 // numerator / denominator stored to a float. A zero divisor fails as the arithmetic does:
 // ErrDivisionByZero, or ErrOverflow for 0 / 0 and for a result beyond the float range.

@@ -1,11 +1,17 @@
 #pragma once
-// The prompt of a tool that nobody watches: a question takes its default button, input boxes and
-// file choosers are cancelled, and what each box said is written to `log` after `program` and ": ".
+// The Host of a tool that nobody watches. Its prompt gives a question its default button, cancels
+// input boxes and file choosers, and writes what each box said to `log` after `program` and
+// ": "; the status is silent, the settings live in memory, and no views are open.
 
 #include <ostream>
 #include <string>
+#include <utility>
 
+#include "frame/environment.hpp"
+#include "frame/host.hpp"
 #include "frame/prompt.hpp"
+#include "frame/settings_store.hpp"
+#include "frame/status.hpp"
 
 namespace arborex {
 
@@ -29,6 +35,19 @@ public:
 private:
     std::string program_;
     std::ostream& log_;
+};
+
+struct UnattendedHost {
+    UnattendedHost(std::string program, std::ostream& log) : prompt(std::move(program), log) {}
+    UnattendedHost(const UnattendedHost&) = delete;
+    UnattendedHost& operator=(const UnattendedHost&) = delete;
+
+    UnattendedPrompt prompt;
+    SilentStatus status;
+    MemorySettings settings;
+    HostViews views;
+    ProcessEnvironment system;
+    Host host{prompt, status, settings, views, system};
 };
 
 }  // namespace arborex
