@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QPixmap>
+#include <QRadioButton>
 #include <QWidget>
 #include <iostream>
 #include <memory>
@@ -74,6 +75,18 @@ int grabScreens(const std::string& folder, const std::string& project,
     if (search && !search->isChecked()) search->click();
     calc.cmdCalculate_Click();
     ok = save(calc, target, "frmCalc-searched") && ok;
+    // The same run by harvest entry, with the advanced columns.
+    auto* byEntry = calc.findChild<QRadioButton*>("optReport_1");
+    auto* advanced = calc.findChild<QCheckBox*>("chkAdvanced");
+    if (byEntry && advanced) {
+        byEntry->click();
+        advanced->click();
+        ok = save(calc, target, "frmCalc-polygon-advanced") && ok;
+        advanced->click();
+        calc.findChild<QRadioButton*>("optReport_0")->click();
+    } else {
+        ok = false;
+    }
     if (auto* status = calc.findChild<QWidget*>("frmCalcStatus"))
         ok = save(*status, target, "frmCalcStatus") && ok;
     else

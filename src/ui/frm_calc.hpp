@@ -144,6 +144,8 @@ private:
     void picCalc_MouseDown(Qt::MouseButton button, double x);
     // Selects the schedule rows of `rows` (row indices), clearing the others.
     void selectScheduleRows(const std::vector<int>& rows);
+    // Sizes the schedule's columns to their contents, none wider than kWidestColumn.
+    void fitScheduleColumns();
     bool polygonView() const;
 
     Model& m_;

@@ -67,12 +67,19 @@ void frmCalc::ShowSchedule() {
     if (!runGuarded(m_, host_, "ShowSchedule", kModule,
                     [&] { table = scheduleTable(session_, view, advanced); }))
         return;
-    if (table.columns.empty()) return;  // no run to show
+    quiet_ = true;
+    QStringList titles;
+    if (table.columns.empty()) {  // no run yet: the titles alone, so the table reads as a table
+        for (const std::string& title : scheduleColumns(view, advanced)) titles << lq(title);
+        lsvCalc_->setColumnCount(static_cast<int>(titles.size()));
+        lsvCalc_->setHeaderLabels(titles);
+        fitScheduleColumns();
+        quiet_ = false;
+        return;
+    }
     table_ = std::move(table);
 
-    quiet_ = true;
     lsvCalc_->clear();
-    QStringList titles;
     for (const std::string& title : table_.columns) titles << lq(title);
     lsvCalc_->setColumnCount(static_cast<int>(titles.size()));
     lsvCalc_->setHeaderLabels(titles);
@@ -92,11 +99,15 @@ void frmCalc::ShowSchedule() {
         items.push_back(item);
     }
     lsvCalc_->addTopLevelItems(items);
+    fitScheduleColumns();
+    quiet_ = false;
+}
+
+void frmCalc::fitScheduleColumns() {
     for (int c = 0; c < lsvCalc_->columnCount(); ++c) {
         lsvCalc_->resizeColumnToContents(c);
         lsvCalc_->setColumnWidth(c, std::min(lsvCalc_->columnWidth(c) + 8, kWidestColumn));
     }
-    quiet_ = false;
 }
 
 void frmCalc::ShowIssues() {

@@ -1,8 +1,10 @@
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 #include <QtTest>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 
@@ -152,6 +154,30 @@ private slots:
         Session plain;
         QVERIFY(plain.start("-verbose"));
         QVERIFY(!plain.gui.m.LogMode);
+    }
+
+    // /LOG on the command line reaches the calculation screen: a run there leaves log.txt in
+    // the user's documents, with its heading, the cutting steps and its end.
+    void logOptionLeavesTheCuttingTrailOfARun() {
+        Session s;
+        const std::string sample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
+        QVERIFY(s.start("/LOG \"" + sample + "\""));
+        QVERIFY(s.gui.m.LogMode);
+        QTest::mouseClick(s.child<QPushButton>("cmdView_2"), Qt::LeftButton);
+        auto* search = s.child<QCheckBox>("chkCalcRate");
+        if (search->isChecked()) search->click();  // one run at the saved rate
+        s.child<QPushButton>("cmdCalculate")->click();
+
+        std::ifstream log(s.documentsFolder + "log.txt");
+        QVERIFY(log.is_open());
+        std::vector<std::string> lines;
+        for (std::string line; std::getline(log, line);) lines.push_back(line);
+        QVERIFY(lines.size() > 6);
+        QCOMPARE(lines[0], std::string("ARBOREX CALCULATION LOG File"));
+        QCOMPARE(lines[3], std::string("--------------------------"));
+        QCOMPARE(std::count(lines[4].begin(), lines[4].end(), ','), 7);  // year, polygon, 6 figures
+        QCOMPARE(lines[lines.size() - 2], std::string("--------------------------"));
+        QCOMPARE(lines.back(), std::string("EOF"));
     }
 
     void secondCopyOnlyWhenTheUserAsks() {

@@ -97,6 +97,9 @@ private slots:
         QCOMPARE(s.orderList(1)->count() + s.orderList(0)->count(), 15);
         QCOMPARE(s.child<QLabel>("lbl_0")->text(), QString::fromLatin1("m\xb3/yr"));
         QVERIFY(s.rateMarkedOutOfDate());  // opening always asks for a new calculation
+        // No run is saved with the sample: the schedule is an empty table with its titles.
+        QCOMPARE(s.schedule()->topLevelItemCount(), 0);
+        QCOMPARE(s.schedule()->headerItem()->text(11), QString("Age Cons."));
 
         // The harvest parameters open over the screen; the lists are rebuilt afterwards.
         test::clickWhenModalShown("cmdCancel");

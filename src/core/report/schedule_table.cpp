@@ -162,6 +162,10 @@ std::vector<std::string> polygonColumns(bool advanced) {
 
 }  // namespace
 
+std::vector<std::string> scheduleColumns(ScheduleView view, bool advanced) {
+    return view == ScheduleView::Annual ? annualColumns(advanced) : polygonColumns(advanced);
+}
+
 IssueLimits issueLimitsOf(const CalcScreen& screen, bool areaRun) {
     IssueLimits limits;
     limits.rate = tolerantNumber(screen.txtVolToCut);
@@ -179,12 +183,12 @@ ScheduleTable scheduleTable(CalcSession& s, ScheduleView view, bool advanced) {
     if (view == ScheduleView::Annual) {
         const IssueLimits limits = issueLimitsOf(s.screen, s.run.AreaRun);
         s.run.HarvestRate = limits.rate;
-        table.columns = annualColumns(advanced);
+        table.columns = scheduleColumns(view, advanced);
         const int last = std::min(static_cast<int>(calc.CalcHorizon), calc.YearTable.upperBound());
         for (int y = 0; y <= last; ++y) table.rows.push_back(annualRow(s, limits, y, advanced));
         return table;
     }
-    table.columns = polygonColumns(advanced);
+    table.columns = scheduleColumns(view, advanced);
     for (int c = 1; c <= calc.CutCount; ++c) {
         // The entries of blocks past the run's last are left over from a longer run.
         if (calc.CutList[c].BlockIdx > calc.BlockLast) break;

@@ -30,6 +30,9 @@ struct ScheduleTable {
     std::vector<ScheduleRow> rows;
 };
 
+// The column titles of a view, which an empty schedule shows too.
+std::vector<std::string> scheduleColumns(ScheduleView view, bool advanced);
+
 // The yardsticks of the issues from the screen's fields: the rate as entered and the percents
 // of the ticked constraints.
 IssueLimits issueLimitsOf(const CalcScreen& screen, bool areaRun);
