@@ -22,9 +22,9 @@ protected:
         curves.assign(3, {});
         for (int a = 0; a <= kExpandedTopAge; ++a) {
             const auto i = static_cast<std::size_t>(a);
-            curves[1].ConVol[i] = 3.0f * static_cast<float>(a);
-            curves[2].ConVol[i] = 200.0f;
-            curves[2].DecVol[i] = 100.0f;
+            curves[1].Age[i].ConVol = 3.0f * static_cast<float>(a);
+            curves[2].Age[i].ConVol = 200.0f;
+            curves[2].Age[i].DecVol = 100.0f;
         }
         fx.m.PolyM[0].NCVOLHA = 300.0f;
         fx.m.PolyM[0].NCDECIDUOUS = 40;

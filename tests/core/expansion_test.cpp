@@ -79,8 +79,8 @@ TEST_F(Expansion, TipsyCurveByYearFromTheTenYearGrid) {
     EXPECT_EQ(c.CurveModel, 1);
     const float vol4 = 215.0f / 10.0f;  // 4 * 4 * 13 + 7
     const float vol5 = 332.0f / 10.0f;
-    EXPECT_EQ((Floats{c.ConVol[40], c.ConVol[45], c.ConVol[47], c.Height[45], c.Dbh[45],
-                      c.DecVol[45], c.ConVol[350]}),
+    EXPECT_EQ((Floats{c.Age[40].ConVol, c.Age[45].ConVol, c.Age[47].ConVol, c.Age[45].Height,
+                      c.Age[45].Dbh, c.Age[45].DecVol, c.Age[350].ConVol}),
               (Floats{vol4, between(0.5f, vol4, vol5), between(0.7f, vol4, vol5),
                       between(0.5f, 37.0f / 10.0f, 46.0f / 10.0f),
                       between(0.5f, 71.0f / 10.0f, 88.0f / 10.0f), 0.0f, 15932.0f / 10.0f}));
@@ -96,13 +96,13 @@ TEST_F(Expansion, VdypVolumeIsTheSpeciesSplitWithoutExcludedSlots) {
     SetAgeInc(m);
     expand();
     const ExpandedCurve& c = curve(1);
-    EXPECT_EQ(std::tuple(c.ConVol[9], c.Height[9]), std::tuple(0.0f, 0.0f));
+    EXPECT_EQ(std::tuple(c.Age[9].ConVol, c.Age[9].Height), std::tuple(0.0f, 0.0f));
     // Age 20 is grid step 10 of a grid starting at 10.
-    EXPECT_EQ((Floats{c.ConVol[20], c.DecVol[20], c.Height[20], c.Dbh[20]}),
+    EXPECT_EQ((Floats{c.Age[20].ConVol, c.Age[20].DecVol, c.Age[20].Height, c.Age[20].Dbh}),
               (Floats{71.0f / 10.0f, 13.0f / 10.0f, 31.0f / 10.0f, 21.0f / 10.0f}));
     // From 300 on, step 290 (age 300) without interpolation; the stored Vol (999.9) is unused.
     for (int a : {300, 301, 350})
-        EXPECT_EQ(std::tuple(c.ConVol[a], c.DecVol[a]), std::tuple(203.1f, 29.3f)) << a;
+        EXPECT_EQ(std::tuple(c.Age[a].ConVol, c.Age[a].DecVol), std::tuple(203.1f, 29.3f)) << a;
 }
 
 TEST_F(Expansion, AllSpeciesExcludedLeavesHeightButNoVolumeAndIsReported) {
@@ -113,8 +113,8 @@ TEST_F(Expansion, AllSpeciesExcludedLeavesHeightButNoVolumeAndIsReported) {
     m.PolyC[gone].VX.fill(0);
     m.PolyC[gone].DELETE = 1;
     expand();
-    EXPECT_GT(curve(2).Height[100], 0.0f);
-    for (int a = 0; a <= 350; ++a) ASSERT_EQ(curve(2).ConVol[a] + curve(2).DecVol[a], 0.0f);
+    EXPECT_GT(curve(2).Age[100].Height, 0.0f);
+    for (int a = 0; a <= 350; ++a) ASSERT_EQ(curve(2).Age[a].ConVol + curve(2).Age[a].DecVol, 0.0f);
 
     int16_t result = 0;
     CheckYields(m, host.prompt, yields, result);

@@ -22,8 +22,8 @@ protected:
         auto& curves = fx.run.Yields.CurveTable;
         curves.assign(3, {});
         for (int a = 0; a <= kExpandedTopAge; ++a)
-            curves[1].ConVol[static_cast<std::size_t>(a)] =
-                curves[2].ConVol[static_cast<std::size_t>(a)] = 3.0f * static_cast<float>(a);
+            curves[1].Age[static_cast<std::size_t>(a)].ConVol =
+                curves[2].Age[static_cast<std::size_t>(a)].ConVol = 3.0f * static_cast<float>(a);
         poly().AREA = 25.0f;
         poly().HAR = {80, 70};
         fx.m.PolyC[0].REGENDELAY = 2;

@@ -160,7 +160,7 @@ TEST(IncrementYear, TakesTheInventoryAndTestsTheConstraints) {
     // so that a stand of exactly the constraint height reaches it.
     Land tall({{"A", 10.0f, 100}});
     tall.startYears();
-    tall.run.Yields.CurveTable.at(static_cast<std::size_t>(tall.block(0).Curve)).Height.fill(12.2f);
+    for (CurveAge& age : tall.run.Yields.CurveTable.at(tall.block(0).Curve).Age) age.Height = 12.2f;
     tall.screen.chkConHeight = true;
     tall.screen.txtHeight = "12.2";
     tall.screen.txtHeightPerc = "100";

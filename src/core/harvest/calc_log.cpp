@@ -29,8 +29,8 @@ int loggedAge(int16_t year, const Block& block) {
 
 float volumePerHa(const CalcSession& s, const Block& block, int age) {
     const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
-    return curve.ConVol[static_cast<std::size_t>(age)] +
-           curve.DecVol[static_cast<std::size_t>(age)];
+    return curve.Age[static_cast<std::size_t>(age)].ConVol +
+           curve.Age[static_cast<std::size_t>(age)].DecVol;
 }
 
 float areaLeft(const Block& block) {

@@ -44,8 +44,8 @@ StandVolume ncVolume(const CalcSession& s, int16_t polygon) {
 StandVolume curveVolume(const CalcSession& s, int16_t curve, std::size_t age) {
     const ExpandedCurve& c = curveAt(s.run.Yields, curve);
     StandVolume v;
-    v.conifer = c.ConVol[age];
-    v.deciduous = s.screen.chkConifer ? 0.0f : c.DecVol[age];
+    v.conifer = c.Age[age].ConVol;
+    v.deciduous = s.screen.chkConifer ? 0.0f : c.Age[age].DecVol;
     v.total = v.conifer + v.deciduous;
     return v;
 }
@@ -206,8 +206,8 @@ void CutBlock(CalcSession& s, int16_t block, int16_t mode) {
         // ResidualAge. Past the top of the table is a failure, not a cap.
         const std::size_t residualAge = curveAge(s.run.CurYear - next.StandYear);
         const ExpandedCurve& c = curveAt(s.run.Yields, blk.Curve);
-        float residual = c.ConVol[residualAge];
-        if (!s.screen.chkConifer) residual = residual + c.DecVol[residualAge];
+        float residual = c.Age[residualAge].ConVol;
+        if (!s.screen.chkConifer) residual = residual + c.Age[residualAge].DecVol;
         if (method == kMethodNextPartial) {
             const float factor = s.m.Settings.PCADJUSTFACT;
             g.total = g.total * factor;

@@ -86,10 +86,10 @@ float between(float frac, float low, float high) {
 
 void setAge(ExpandedCurve& curve, int age, const StepValues& values) {
     const auto i = static_cast<std::size_t>(age);
-    curve.ConVol[i] = values.con;
-    curve.DecVol[i] = values.dec;
-    curve.Height[i] = values.height;
-    curve.Dbh[i] = values.dbh;
+    curve.Age[i].ConVol = values.con;
+    curve.Age[i].DecVol = values.dec;
+    curve.Age[i].Height = values.height;
+    curve.Age[i].Dbh = values.dbh;
 }
 
 // The grid of one model, and the fraction of the way from one grid age to the next of each
@@ -212,8 +212,8 @@ void CheckYields(const Model& m, Prompt& prompt, const ExpandedYields& yields, i
         if (m.PolyC.at(p).DELETE != 0) continue;
         bool hasVolume = false;
         for (int a = 0; a <= kExpandedTopAge && !hasVolume; ++a)
-            hasVolume = curve.ConVol[static_cast<std::size_t>(a)] > 0.0f ||
-                        curve.DecVol[static_cast<std::size_t>(a)] > 0.0f;
+            hasVolume = curve.Age[static_cast<std::size_t>(a)].ConVol > 0.0f ||
+                        curve.Age[static_cast<std::size_t>(a)].DecVol > 0.0f;
         if (hasVolume) continue;
         lines +=
             m.Poly.at(p).NAME.str() + " - " + (curve.CurveModel == 0 ? "VDYP" : "TIPSY") + "\n";
@@ -230,13 +230,13 @@ void SetPC(const Model& m, const ExpandedYields& yields, Block& block) {
     const int16_t percent = own == -1 ? m.Settings.PCperc : own;
     const auto age = static_cast<std::size_t>(std::min<int>(block.HarvestAge, kExpandedTopAge));
     const ExpandedCurve& curve = curveAt(yields, block.Curve);
-    const float standing = curve.ConVol.at(age) + curve.DecVol.at(age);
+    const float standing = curve.Age.at(age).ConVol + curve.Age.at(age).DecVol;
     const float kept = standing * static_cast<float>(100 - percent);
     const float target = kept / 100.0f;
     block.ResidualAge = 0;
     for (int a = 0; a <= kExpandedTopAge; ++a) {
         const auto i = static_cast<std::size_t>(a);
-        const float total = curve.ConVol[i] + curve.DecVol[i];
+        const float total = curve.Age[i].ConVol + curve.Age[i].DecVol;
         if (total > target) {
             block.ResidualAge = static_cast<int16_t>(a);
             return;

@@ -18,13 +18,19 @@ namespace arborex {
 
 inline constexpr int kExpandedTopAge = 350;
 
+// One age of a curve. The four values sit together because the simulation reads them together,
+// block after block over thousands of curves: one cache line a read instead of four.
+struct CurveAge {
+    float ConVol = 0.0f;  // m3/ha; all of a TIPSY curve's volume
+    float DecVol = 0.0f;  // m3/ha; 0 for TIPSY
+    float Height = 0.0f;  // m
+    float Dbh = 0.0f;     // cm
+};
+
 struct ExpandedCurve {
     int16_t CurvePoly = 0;
-    int16_t CurveModel = 0;                           // 0 VDYP, 1 TIPSY
-    std::array<float, kExpandedTopAge + 1> ConVol{};  // m3/ha; all of a TIPSY curve's volume
-    std::array<float, kExpandedTopAge + 1> DecVol{};  // m3/ha; 0 for TIPSY
-    std::array<float, kExpandedTopAge + 1> Height{};  // m
-    std::array<float, kExpandedTopAge + 1> Dbh{};     // cm
+    int16_t CurveModel = 0;  // 0 VDYP, 1 TIPSY
+    std::array<CurveAge, kExpandedTopAge + 1> Age{};
 };
 
 // Lives as long as the calculation screen; never saved.

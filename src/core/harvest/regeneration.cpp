@@ -35,7 +35,7 @@ void thinBlock(CalcSession& s, int16_t b, int16_t mode) {
     const PolyMgmt& pm = ofPolygon(s.m.PolyM, list[b].Polygon);
     const auto cutPerHa = static_cast<float>(pm.TIPSYCACHE[kThinVolCutSlot]);
     const std::size_t age = curveAge(std::min<int>(list[b].HarvestAge, kExpandedTopAge));
-    const float perHa = curveAt(s.run.Yields, list[b].Curve).ConVol[age];
+    const float perHa = curveAt(s.run.Yields, list[b].Curve).Age[age].ConVol;
     const float standing = list[b].Area * perHa;
 
     // What this step's allowance pays for, in m3 of thin.

@@ -242,9 +242,9 @@ Standing standingOn(const CalcSession& s, const Block& block, float area) {
             st.age = std::clamp(st.age, 0, kExpandedTopAge);
             const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
             const auto a = static_cast<std::size_t>(st.age);
-            st.height = curve.Height[a];
-            st.conifer = area * curve.ConVol[a];
-            st.deciduous = area * curve.DecVol[a];
+            st.height = curve.Age[a].Height;
+            st.conifer = area * curve.Age[a].ConVol;
+            st.deciduous = area * curve.Age[a].DecVol;
             break;
         }
         case kMethodNC: {
