@@ -20,7 +20,6 @@
 #include "frame/numeric.hpp"
 #include "frame/unattended_host.hpp"
 #include "growth/growth_model.hpp"
-#include "model/colours.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
 #include "model/reference_tables.hpp"
@@ -255,9 +254,7 @@ void fillCurves(Model& m, int p, const Stand& stand) {
 }
 
 void buildSample(Model& m) {
-    ResetVars(m);
-    SetDefaults(m);
-    setColours(m);
+    programDefaults(m);
     const int count = static_cast<int>(stands().size());
     ResizePolygonArrays(m, count);
     m.LastPoly = static_cast<int16_t>(count - 1);

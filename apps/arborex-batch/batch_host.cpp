@@ -6,7 +6,6 @@
 #include "frame/file_locations.hpp"
 #include "frame/file_names.hpp"
 #include "frame/text.hpp"
-#include "model/colours.hpp"
 
 namespace arborex::batch {
 
@@ -83,12 +82,6 @@ std::string installedDataFolder() {
     const std::string beside = withTrailingSlash(program.parent_path().string());
     if (ec || !findFileNoCase(beside, "speciest.dat").empty()) return beside;
     return beside + "../share/arborex/";
-}
-
-void setProgramDefaults(Model& m) {
-    ResetVars(m);
-    SetDefaults(m);
-    setColours(m);
 }
 
 }  // namespace arborex::batch

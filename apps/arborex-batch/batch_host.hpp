@@ -75,10 +75,6 @@ private:
     Host host_{prompt_, status_, settings_, views_, system_};
 };
 
-// The program's defaults, as the desktop program has them at start: an empty project with
-// default settings and colours, so that whatever a project file holds comes over them.
-void setProgramDefaults(Model& m);
-
 // The installed reference data: beside the program when the species table is there, else
 // "../share/arborex/" from it. With a trailing "/".
 std::string installedDataFolder();

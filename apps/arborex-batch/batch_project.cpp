@@ -21,7 +21,7 @@ void requireOperands(const BatchOptions& options, std::size_t count, const std::
 // Without the species table of TIPSY the program does not run.
 std::unique_ptr<Model> newModel(BatchHost& batch, const BatchOptions& options) {
     auto m = std::make_unique<Model>();
-    setProgramDefaults(*m);
+    programDefaults(*m);
     const std::string folder =
         options.dataFolder.empty() ? installedDataFolder() : withTrailingSlash(options.dataFolder);
     if (findFileNoCase(folder, "speciest.dat").empty())

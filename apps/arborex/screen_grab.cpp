@@ -11,7 +11,7 @@
 
 #include "frame/startup.hpp"
 #include "frame/unattended_host.hpp"
-#include "model/colours.hpp"
+#include "model/model.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_calc.hpp"
@@ -46,9 +46,7 @@ int grabScreens(const std::string& folder, const std::string& project,
     UnattendedHost unattended("arborex --grab", std::cerr);
     Host& host = unattended.host;
     auto m = std::make_unique<Model>();
-    ResetVars(*m);
-    SetDefaults(*m);
-    setColours(*m);
+    programDefaults(*m);
     m->Paths[ArborexFolder] = dataFolder;
     LoadReferenceData(*m, host);
     const std::string path = project.empty() ? dataFolder + "sample/sample.arx" : project;

@@ -27,7 +27,7 @@ using Strings = std::vector<std::string>;
 // Three polygons; the first carries curves, the second a name with a quote and a Latin-1 byte.
 void writeProject(const std::string& path) {
     Model m;
-    setProgramDefaults(m);
+    programDefaults(m);
     ResizePolygonArrays(m, 3);
     m.LastPoly = 2;
     m.Header.Licence = "A12345";

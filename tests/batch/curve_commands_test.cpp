@@ -68,7 +68,7 @@ void setTipsyCurve(Model& m, int p) {
 // later, 3 named "0", NSR now and VDYP later.
 void writeProject(const std::string& path) {
     Model m;
-    setProgramDefaults(m);
+    programDefaults(m);
     ResizePolygonArrays(m, 4);
     m.LastPoly = 3;
     m.Header.TIPSYVersion = "3.2m";
@@ -266,7 +266,7 @@ TEST(CurveCommandFailures, MissingProjectAndAStepThatNeverAdvances) {
 
     // A grid walked downwards loads, but a curve on it would never reach its last age.
     Model m;
-    setProgramDefaults(m);
+    programDefaults(m);
     m.Settings.YieldMinAge[1] = 350;
     m.Settings.YieldMaxAge[1] = 0;
     m.Settings.YieldIncAge[1] = -10;

@@ -15,7 +15,7 @@
 #include "frame/startup.hpp"
 #include "gui_fixture.hpp"
 #include "modal_driver.hpp"
-#include "model/colours.hpp"
+#include "model/model.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/frm_calc_sort_ls.hpp"
@@ -33,9 +33,7 @@ struct SampleScreen {
     std::unique_ptr<frmCalc> screen;
 
     explicit SampleScreen(bool recalcOnOpen = false) {
-        ResetVars(gui.m);
-        SetDefaults(gui.m);
-        setColours(gui.m);
+        programDefaults(gui.m);
         gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
         LoadReferenceData(gui.m, gui.host);
         if (!LoadARX(gui.m, gui.host, kSample)) qFatal("the sample project does not load");

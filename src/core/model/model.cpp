@@ -99,4 +99,10 @@ void SetDefaults(Model& m) {
     m.Report = ReportOptions{};
 }
 
+void programDefaults(Model& m) {
+    ResetVars(m);
+    SetDefaults(m);
+    setColours(m);
+}
+
 }  // namespace arborex

@@ -100,6 +100,9 @@ void ResetVars(Model& m);
 void EmptyArrays(Model& m);
 // ProjectSettings and report options to the program's defaults; also SetAgeInc.
 void SetDefaults(Model& m);
+// ResetVars, SetDefaults and the default colours: the model as the program holds it before
+// any user setting, reference table or project is read. For front ends without the start-up.
+void programDefaults(Model& m);
 // YieldRows from the curve bounds (integer division). Throws on a zero step or overflow.
 void SetAgeInc(Model& m);
 // All per-polygon and yield arrays to `count` polygons, contents kept, new elements zeroed.
