@@ -92,8 +92,12 @@ void frmCalc::ShowSchedule() {
             const int column = static_cast<int>(c);
             item->setText(column, lq(row.cells[c]));
             item->setForeground(column, colour);
-            if (c < table_.columns.size() && !isTextColumn(table_.columns[c]))
+            if (c >= table_.columns.size()) continue;
+            if (!isTextColumn(table_.columns[c]))
                 item->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
+            // A busy year's block list outgrows its column; the whole list on hovering.
+            else if (table_.columns[c] == "Block List")
+                item->setToolTip(column, item->text(column));
         }
         item->setData(0, Qt::UserRole, lq(row.key));
         items.push_back(item);

@@ -32,11 +32,11 @@ struct SampleScreen {
     CalcRun run;
     std::unique_ptr<frmCalc> screen;
 
-    explicit SampleScreen(bool recalcOnOpen = false) {
+    explicit SampleScreen(bool recalcOnOpen = false, const std::string& project = kSample) {
         programDefaults(gui.m);
         gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
         LoadReferenceData(gui.m, gui.host);
-        if (!LoadARX(gui.m, gui.host, kSample)) qFatal("the sample project does not load");
+        if (!LoadARX(gui.m, gui.host, project)) qFatal("the project does not load");
         run.FixedStartYear = 2030;  // repeatable years in the schedule
         run.RecalcOnOpen = recalcOnOpen;
         open();
@@ -72,6 +72,11 @@ struct SampleScreen {
         QApplication::sendEvent(edit, &event);
     }
     std::string lastBox() const { return gui.shown().empty() ? "" : gui.shown().back().text; }
+    QStringList allRows() {
+        QStringList rows;
+        for (int r = 0; r < schedule()->topLevelItemCount(); ++r) rows << row(r).join('|');
+        return rows;
+    }
     QStringList row(int r) {
         QStringList cells;
         const QTreeWidgetItem* item = schedule()->topLevelItem(r);
@@ -245,6 +250,25 @@ private slots:
         QVERIFY(s.child<QCheckBox>("chkConAge")->isChecked());
         QVERIFY(s.screen->findChild<QListWidget*>("lstCalcStatus") == nullptr);
         QCOMPARE(s.gui.shown().size(), boxes);
+    }
+
+    void aSavedProjectReopensWithItsSchedule() {
+        SampleScreen s;
+        s.calculateAt("1200");
+        const QStringList years = s.allRows();
+        s.click("optReport_1");
+        const QStringList entries = s.allRows();
+        s.screen->show();
+        s.trigger("mniOK");
+        const std::string saved = s.gui.dir.file("saved.arx");
+        SaveArx(s.gui.m, s.gui.host, saved, kCurrentFileVersion, false);
+
+        SampleScreen reopened(false, saved);
+        QCOMPARE(reopened.field("txtVolToCut")->text(), QString("1200"));
+        QVERIFY(!reopened.child<QCheckBox>("chkCalcRate")->isChecked());
+        QCOMPARE(reopened.allRows(), years);
+        reopened.click("optReport_1");
+        QCOMPARE(reopened.allRows(), entries);
     }
 
     void recalcOnOpenRecalculatesTheSavedRateWithoutSearching() {
