@@ -19,7 +19,7 @@ namespace arborex {
 inline constexpr int kExpandedTopAge = 350;
 
 // One age of a curve. The four values sit together because the simulation reads them together,
-// block after block over thousands of curves: one cache line a read instead of four.
+// block after block over thousands of curves: one cache line a read instead of three.
 struct CurveAge {
     float ConVol = 0.0f;  // m3/ha; all of a TIPSY curve's volume
     float DecVol = 0.0f;  // m3/ha; 0 for TIPSY
