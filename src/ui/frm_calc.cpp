@@ -108,7 +108,7 @@ frmCalc::frmCalc(Model& m, Host& host, CalcRun& run, QWidget* parent)
     layout->setContentsMargins(8, 4, 8, 0);
     layout->addWidget(content_, 1);
     layout->addWidget(sbStatus_);
-    resize(1240, 760);
+    resizeWithin(*this, QSize(1240, 760));
 
     showFields();  // the design defaults, which LoadCalcData leaves in place for some fields
     Form_Load();

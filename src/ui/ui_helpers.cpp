@@ -14,6 +14,16 @@ void centerme(QWidget& form) {
     form.move(frame.topLeft());
 }
 
+void resizeWithin(QWidget& form, QSize preferred) {
+    QScreen* screen = form.screen() ? form.screen() : QGuiApplication::primaryScreen();
+    if (screen) {
+        constexpr int kDecoration = 40;  // title bar and frame that the window manager adds
+        const QSize room = screen->availableGeometry().size() - QSize(kDecoration / 2, kDecoration);
+        preferred = preferred.boundedTo(room);
+    }
+    form.resize(preferred.expandedTo(form.minimumSizeHint()));
+}
+
 void UpdateCaption(QWidget& form, const Model& m, const std::string& title) {
     form.setWindowTitle(qs(title + " - " + m.Files[FileDisplayName]));
 }

@@ -2,6 +2,7 @@
 // Small things every screen does: place itself, caption itself after the project, and move
 // text between the core's std::string and Qt.
 
+#include <QSize>
 #include <QString>
 #include <string>
 
@@ -13,6 +14,9 @@ namespace arborex {
 
 // Centers a screen on the desktop that holds it.
 void centerme(QWidget& form);
+// Gives a screen its preferred size, or less where the desktop is smaller, so that a laptop's
+// screen shows all of it, title bar included; never below the screen's minimum size.
+void resizeWithin(QWidget& form, QSize preferred);
 // Sets a screen's caption to title + " - " + the project's display name.
 void UpdateCaption(QWidget& form, const Model& m, const std::string& title);
 
