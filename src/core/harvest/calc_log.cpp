@@ -28,9 +28,8 @@ int loggedAge(int16_t year, const Block& block) {
 }
 
 float volumePerHa(const CalcSession& s, const Block& block, int age) {
-    const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
-    return curve.Age[static_cast<std::size_t>(age)].ConVol +
-           curve.Age[static_cast<std::size_t>(age)].DecVol;
+    const CurveAge& row = curveAt(s.run.Yields, block.Curve).Age[static_cast<std::size_t>(age)];
+    return row.ConVol + row.DecVol;
 }
 
 float areaLeft(const Block& block) {

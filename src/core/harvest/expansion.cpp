@@ -86,10 +86,7 @@ float between(float frac, float low, float high) {
 
 void setAge(ExpandedCurve& curve, int age, const StepValues& values) {
     const auto i = static_cast<std::size_t>(age);
-    curve.Age[i].ConVol = values.con;
-    curve.Age[i].DecVol = values.dec;
-    curve.Age[i].Height = values.height;
-    curve.Age[i].Dbh = values.dbh;
+    curve.Age[i] = {values.con, values.dec, values.height, values.dbh};
 }
 
 // The grid of one model, and the fraction of the way from one grid age to the next of each
@@ -211,9 +208,10 @@ void CheckYields(const Model& m, Prompt& prompt, const ExpandedYields& yields, i
         const auto p = static_cast<std::size_t>(curve.CurvePoly);
         if (m.PolyC.at(p).DELETE != 0) continue;
         bool hasVolume = false;
-        for (int a = 0; a <= kExpandedTopAge && !hasVolume; ++a)
-            hasVolume = curve.Age[static_cast<std::size_t>(a)].ConVol > 0.0f ||
-                        curve.Age[static_cast<std::size_t>(a)].DecVol > 0.0f;
+        for (const CurveAge& row : curve.Age) {
+            hasVolume = row.ConVol > 0.0f || row.DecVol > 0.0f;
+            if (hasVolume) break;
+        }
         if (hasVolume) continue;
         lines +=
             m.Poly.at(p).NAME.str() + " - " + (curve.CurveModel == 0 ? "VDYP" : "TIPSY") + "\n";

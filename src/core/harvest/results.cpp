@@ -200,9 +200,10 @@ void AddReportCut(CalcSession& s, int16_t block, int16_t method) {
 
     const ExpandedCurve& curve = curveOf(s, b);
     const std::size_t age = curveAge(cut.CutAge);
-    cut.CutVolHa = curve.Age[age].ConVol;
-    if (!s.screen.chkConifer) cut.CutVolHa = curve.Age[age].ConVol + curve.Age[age].DecVol;
-    cut.CutDbh = curve.Age[age].Dbh;
+    const CurveAge& row = curve.Age[age];
+    cut.CutVolHa = row.ConVol;
+    if (!s.screen.chkConifer) cut.CutVolHa = row.ConVol + row.DecVol;
+    cut.CutDbh = row.Dbh;
 
     cut.CutYears = 0.0f;
     cut.CutVolume = 0.0f;

@@ -241,10 +241,10 @@ Standing standingOn(const CalcSession& s, const Block& block, float area) {
         case kMethodNextPartial: {
             st.age = std::clamp(st.age, 0, kExpandedTopAge);
             const ExpandedCurve& curve = curveAt(s.run.Yields, block.Curve);
-            const auto a = static_cast<std::size_t>(st.age);
-            st.height = curve.Age[a].Height;
-            st.conifer = area * curve.Age[a].ConVol;
-            st.deciduous = area * curve.Age[a].DecVol;
+            const CurveAge& row = curve.Age[static_cast<std::size_t>(st.age)];
+            st.height = row.Height;
+            st.conifer = area * row.ConVol;
+            st.deciduous = area * row.DecVol;
             break;
         }
         case kMethodNC: {
