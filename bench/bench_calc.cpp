@@ -23,7 +23,7 @@
 #include <memory>
 #include <string>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/calculate.hpp"
 #include "harvest/expansion.hpp"
 #include "harvest/queue_order.hpp"

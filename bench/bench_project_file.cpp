@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "frame/project_open.hpp"
 #include "model/project_file.hpp"
 #include "synthetic_project.hpp"
 

@@ -6,7 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "frame/numeric.hpp"
+#include "base/numeric.hpp"
 #include "growth/growth_model.hpp"
 #include "yield/harvest_ages.hpp"
 

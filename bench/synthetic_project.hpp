@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex::bench {

@@ -15,10 +15,10 @@
 #include <string>
 #include <vector>
 
-#include "frame/dates.hpp"
-#include "frame/errors.hpp"
-#include "frame/numeric.hpp"
-#include "frame/unattended_host.hpp"
+#include "base/dates.hpp"
+#include "base/errors.hpp"
+#include "base/numeric.hpp"
+#include "base/unattended_host.hpp"
 #include "growth/growth_model.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 
 namespace arborex::batch {
 

@@ -3,13 +3,13 @@
 #include <exception>
 #include <ostream>
 
+#include "base/errors.hpp"
 #include "batch_args.hpp"
 #include "batch_host.hpp"
 #include "batch_project.hpp"
 #include "calc_command.hpp"
 #include "curve_commands.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
 #include "project_summary.hpp"
 
 namespace arborex::batch {

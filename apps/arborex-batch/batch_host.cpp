@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <ostream>
 
+#include "base/file_names.hpp"
+#include "base/text.hpp"
 #include "frame/file_locations.hpp"
-#include "frame/file_names.hpp"
-#include "frame/text.hpp"
 
 namespace arborex::batch {
 

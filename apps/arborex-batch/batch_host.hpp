@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex::batch {

@@ -2,10 +2,11 @@
 
 #include <ostream>
 
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
 #include "frame/file_locations.hpp"
-#include "frame/file_names.hpp"
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "model/project_file.hpp"
 

@@ -7,16 +7,17 @@
 #include <ostream>
 #include <string_view>
 
+#include "base/display_format.hpp"
+#include "base/min_max.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
+#include "base/text.hpp"
 #include "batch_args.hpp"
 #include "batch_commands.hpp"
 #include "batch_host.hpp"
 #include "batch_project.hpp"
 #include "calc_output.hpp"
-#include "frame/display_format.hpp"
 #include "frame/file_locations.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
-#include "frame/text.hpp"
 #include "harvest/calc_data.hpp"
 #include "harvest/calculate.hpp"
 #include "harvest/expansion.hpp"

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-#include "frame/display_format.hpp"
-#include "frame/number_text.hpp"
+#include "base/display_format.hpp"
+#include "base/number_text.hpp"
 #include "json_writer.hpp"
 #include "project_summary.hpp"
 #include "report/schedule_issues.hpp"

@@ -5,12 +5,12 @@
 #include <charconv>
 #include <ostream>
 
+#include "base/text.hpp"
 #include "batch_args.hpp"
 #include "batch_commands.hpp"
 #include "batch_host.hpp"
 #include "batch_project.hpp"
 #include "curve_tables.hpp"
-#include "frame/text.hpp"
 
 namespace arborex::batch {
 

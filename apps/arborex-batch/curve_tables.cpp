@@ -4,7 +4,7 @@
 #include <ostream>
 #include <type_traits>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 #include "json_writer.hpp"
 #include "project_summary.hpp"
 #include "yield/curves.hpp"

@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <vector>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 #include "json_writer.hpp"
 
 namespace arborex::batch {

@@ -9,8 +9,9 @@
 #include <iostream>
 #include <memory>
 
+#include "base/unattended_host.hpp"
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
-#include "frame/unattended_host.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
 #include "ui/frm_arbo.hpp"

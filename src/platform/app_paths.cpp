@@ -3,7 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include "frame/file_names.hpp"
+#include "base/file_names.hpp"
 
 namespace arborex {
 

@@ -2,7 +2,7 @@
 // The desktop program's view of the system: folders from the XDG locations, the login name,
 // and the desktop's default program for a type of document (as xdg-mime reports it).
 
-#include "frame/environment.hpp"
+#include "base/environment.hpp"
 
 namespace arborex {
 

@@ -5,7 +5,7 @@
 #include <QString>
 #include <memory>
 
-#include "frame/settings_store.hpp"
+#include "base/settings_store.hpp"
 
 class QSettings;
 

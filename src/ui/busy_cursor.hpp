@@ -2,7 +2,7 @@
 // The wait cursor of long work done on the interface thread, and a prompt that lifts it for the
 // time of each box, so that a question asked mid-run is answered with the ordinary arrow.
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 
 namespace arborex {
 

@@ -11,15 +11,16 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "base/file_names.hpp"
+#include "base/text.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/file_names.hpp"
-#include "frame/recent_files.hpp"
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
-#include "frame/text.hpp"
 #include "frame/user_settings.hpp"
 #include "model/colours.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
+#include "model/recent_files.hpp"
 #include "ui/frm_about.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/frm_project.hpp"

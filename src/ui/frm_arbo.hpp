@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "harvest/calc_session.hpp"
 #include "model/model.hpp"
 

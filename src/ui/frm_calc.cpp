@@ -15,8 +15,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "base/text.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/text.hpp"
 #include "harvest/calc_data.hpp"
 #include "harvest/expansion.hpp"
 #include "harvest/queue_order.hpp"

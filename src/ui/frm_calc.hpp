@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "harvest/calc_session.hpp"
 #include "model/model.hpp"
 #include "report/schedule_table.hpp"

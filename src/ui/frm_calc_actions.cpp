@@ -15,10 +15,11 @@
 #include <QPushButton>
 #include <algorithm>
 
-#include "frame/dates.hpp"
-#include "frame/display_format.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/dates.hpp"
+#include "base/display_format.hpp"
+#include "base/min_max.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "harvest/calc_data.hpp"
 #include "harvest/calculate.hpp"
 #include "harvest/hanzlik.hpp"

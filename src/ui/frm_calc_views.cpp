@@ -12,9 +12,9 @@
 #include <algorithm>
 #include <set>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
+#include "base/numeric.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/numeric.hpp"
 #include "report/schedule_issues.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/standing_graph.hpp"

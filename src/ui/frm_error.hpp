@@ -6,7 +6,7 @@
 #include <functional>
 #include <utility>
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 
 namespace arborex {
 

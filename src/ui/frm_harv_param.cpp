@@ -12,11 +12,12 @@
 #include <QVBoxLayout>
 #include <string>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
+#include "base/host.hpp"
+#include "base/min_max.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/host.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
 #include "frame/user_settings.hpp"
 #include "ui/ui_helpers.hpp"
 #include "yield/harvest_ages.hpp"

@@ -5,7 +5,7 @@
 #include <QDialog>
 #include <string>
 
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 
 class QPlainTextEdit;
 

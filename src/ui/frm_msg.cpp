@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 #include "ui/ui_helpers.hpp"
 
 namespace arborex {

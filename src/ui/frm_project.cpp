@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 #include "frame/error_handler.hpp"
 #include "frame/user_settings.hpp"
 

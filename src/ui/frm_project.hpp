@@ -5,7 +5,7 @@
 #include <QDialog>
 #include <array>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 class QLineEdit;

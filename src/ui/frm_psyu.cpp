@@ -7,9 +7,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
 #include "model/reference_tables.hpp"
 #include "ui/ui_helpers.hpp"
 

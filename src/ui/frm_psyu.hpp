@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 class QLineEdit;

@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 #include "ui/ui_helpers.hpp"
 
 namespace arborex {

@@ -11,8 +11,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
-#include "frame/number_text.hpp"
-#include "frame/settings_store.hpp"
+#include "base/number_text.hpp"
+#include "base/settings_store.hpp"
 #include "model/colours.hpp"
 #include "ui/ui_helpers.hpp"
 

@@ -8,7 +8,7 @@
 #include <QDialog>
 #include <vector>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "frame/settings_lock.hpp"
 #include "frame/user_settings.hpp"
 #include "model/model.hpp"

@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "frame/status.hpp"
+#include "base/status.hpp"
 
 class QLabel;
 class QProgressBar;

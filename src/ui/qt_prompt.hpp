@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 
 class QWidget;
 

@@ -2,7 +2,7 @@
 // The open screens as the core sees them: the main screen hears of recent-list and project-name
 // changes. Created before the main screen (the Host needs it), attached once that exists.
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 
 namespace arborex {
 

@@ -4,8 +4,8 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 

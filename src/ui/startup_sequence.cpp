@@ -2,11 +2,12 @@
 
 #include "frame/error_handler.hpp"
 #include "frame/file_locations.hpp"
-#include "frame/recent_files.hpp"
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "frame/user_settings.hpp"
 #include "model/colours.hpp"
 #include "model/project_file.hpp"
+#include "model/recent_files.hpp"
 #include "ui/frm_arbo.hpp"
 
 namespace arborex {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "base/dates.hpp"
 #include "batch_host.hpp"
 #include "batch_run.hpp"
-#include "frame/dates.hpp"
 #include "json_check.hpp"
 #include "model/project_file.hpp"
 #include "support/fake_host.hpp"

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/file_names.hpp"
-#include "frame/numeric.hpp"
+#include "base/file_names.hpp"
+#include "base/numeric.hpp"
 #include "frame/startup.hpp"
 #include "harvest/calculate.hpp"
 #include "harvest/simulation.hpp"

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "frame/dates.hpp"
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
+#include "base/dates.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
 #include "harvest/calc_log.hpp"
 #include "harvest/queue_order.hpp"
 #include "harvest/simulation.hpp"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "model/model.hpp"
 #include "yield/curves.hpp"
 

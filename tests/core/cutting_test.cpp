@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/cutting.hpp"
 #include "support/calc_fixture.hpp"
 

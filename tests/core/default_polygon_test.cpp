@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "model/default_polygon.hpp"
 #include "model/model.hpp"
 #include "support/fake_host.hpp"

@@ -1,4 +1,4 @@
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <string>
 
-#include "frame/dates.hpp"
+#include "base/dates.hpp"
 
 namespace arborex {
 namespace {

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "base/errors.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"
 

@@ -5,7 +5,7 @@
 
 #include <tuple>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/expansion.hpp"
 #include "support/fake_host.hpp"
 

@@ -5,11 +5,11 @@
 #include <fstream>
 #include <string>
 
-#include "frame/dates.hpp"
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
-#include "frame/numeric.hpp"
-#include "frame/text.hpp"
+#include "base/dates.hpp"
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
+#include "base/numeric.hpp"
+#include "base/text.hpp"
 #include "support/temp_dir.hpp"
 
 namespace arborex {

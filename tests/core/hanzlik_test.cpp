@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/hanzlik.hpp"
 #include "harvest/queue_order.hpp"
 #include "support/calc_fixture.hpp"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <tuple>
 
+#include "base/min_max.hpp"
 #include "model/model.hpp"
 #include "yield/curves.hpp"
 #include "yield/harvest_ages.hpp"

@@ -7,7 +7,7 @@
 #include <set>
 #include <string>
 
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 #include "support/fake_host.hpp"
 
 namespace arborex {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

@@ -1,10 +1,10 @@
-#include "frame/number_text.hpp"
+#include "base/number_text.hpp"
 
 #include <gtest/gtest.h>
 
 #include <clocale>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 
 namespace arborex {
 namespace {

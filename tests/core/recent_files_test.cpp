@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/recent_files.hpp"
+#include "model/recent_files.hpp"
 #include "support/fake_host.hpp"
 
 namespace arborex {

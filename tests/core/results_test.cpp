@@ -7,7 +7,7 @@
 #include <string>
 #include <tuple>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/results.hpp"
 #include "support/calc_fixture.hpp"
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/dates.hpp"
+#include "base/dates.hpp"
 #include "support/fake_host.hpp"
 
 namespace arborex {

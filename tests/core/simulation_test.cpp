@@ -7,7 +7,7 @@
 #include <sstream>
 #include <tuple>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "harvest/queue_order.hpp"
 #include "harvest/simulation.hpp"
 #include "model/arx_records.hpp"

@@ -1,4 +1,4 @@
-#include "exchange/split_csv.hpp"
+#include "base/split_csv.hpp"
 
 #include <gtest/gtest.h>
 

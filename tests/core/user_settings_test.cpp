@@ -4,9 +4,9 @@
 #include <fstream>
 #include <tuple>
 
+#include "base/settings_store.hpp"
 #include "frame/file_locations.hpp"
 #include "frame/settings_lock.hpp"
-#include "frame/settings_store.hpp"
 #include "frame/user_settings.hpp"
 #include "model/colours.hpp"
 #include "model/model.hpp"

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "frame/project_open.hpp"
 #include "model/project_file.hpp"
 #include "support/fake_host.hpp"
 

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "frame/project_open.hpp"
 #include "golden/arx_layout.hpp"
 #include "golden/arx_sample_model.hpp"
 #include "model/project_file.hpp"

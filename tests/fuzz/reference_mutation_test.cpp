@@ -8,7 +8,7 @@
 #include <random>
 #include <sstream>
 
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 #include "model/reference_tables.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"

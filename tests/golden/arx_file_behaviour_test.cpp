@@ -9,7 +9,8 @@
 #include <filesystem>
 #include <tuple>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
+#include "frame/project_open.hpp"
 #include "golden/arx_layout.hpp"
 #include "golden/arx_sample_model.hpp"
 #include "model/project_file.hpp"

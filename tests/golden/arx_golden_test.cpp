@@ -3,7 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "frame/dates.hpp"
+#include "base/dates.hpp"
+#include "frame/project_open.hpp"
 #include "golden/arx_layout.hpp"
 #include "golden/arx_sample_model.hpp"
 #include "model/colours.hpp"

@@ -5,6 +5,7 @@
 
 #include <tuple>
 
+#include "frame/project_open.hpp"
 #include "golden/arx_layout.hpp"
 #include "golden/arx_sample_model.hpp"
 #include "model/project_file.hpp"

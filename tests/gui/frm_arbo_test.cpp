@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "frame/recent_files.hpp"
 #include "gui_fixture.hpp"
 #include "model/project_file.hpp"
+#include "model/recent_files.hpp"
 #include "support/test_install.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_project.hpp"

@@ -12,6 +12,7 @@
 #include <QTreeWidget>
 #include <QtTest>
 
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "gui_fixture.hpp"
 #include "modal_driver.hpp"

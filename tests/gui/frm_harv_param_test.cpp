@@ -3,7 +3,7 @@
 #include <QPushButton>
 #include <QtTest>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 #include "gui_fixture.hpp"
 #include "ui/frm_harv_param.hpp"
 

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <memory>
 
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 #include "modal_driver.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"

@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-#include "exchange/split_csv.hpp"
-#include "frame/host.hpp"
-#include "frame/input_file.hpp"
-#include "frame/number_text.hpp"
+#include "base/host.hpp"
+#include "base/input_file.hpp"
+#include "base/number_text.hpp"
+#include "base/split_csv.hpp"
 
 namespace arborex::test {
 

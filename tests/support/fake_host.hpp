@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 
 namespace arborex::test {
 

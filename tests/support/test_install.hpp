@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "frame/environment.hpp"
+#include "base/environment.hpp"
 
 namespace arborex::test {
 

@@ -1,11 +1,10 @@
 #include "frame/error_handler.hpp"
 
 #include <fstream>
-#include <new>
 
-#include "frame/dates.hpp"
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
+#include "base/dates.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
 #include "model/project_file.hpp"
 
 namespace arborex {
@@ -29,22 +28,6 @@ ErrorChoice HandleError(Model& m, Host& host, int number, const std::string& det
             runGuarded(m, host, "Saveas", "BASARBO", [&] { Saveas(m, host); });
         };
     return host.prompt.reportError(report);
-}
-
-int failureNumberOf(const std::exception_ptr& failure, std::string& detail) {
-    try {
-        std::rethrow_exception(failure);
-    } catch (const ArborexError& e) {
-        detail = e.detail();
-        return e.number();
-    } catch (const std::bad_alloc&) {
-        return ErrOutOfMemory;
-    } catch (const std::exception& e) {
-        detail = e.what();
-        return ErrInternal;
-    } catch (...) {
-        return ErrInternal;
-    }
 }
 
 bool runGuarded(Model& m, Host& host, const std::string& routine, const std::string& module,

@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {
@@ -16,9 +16,6 @@ namespace arborex {
 // A log that cannot be written is passed over: the screen still shows.
 ErrorChoice HandleError(Model& m, Host& host, int number, const std::string& detail,
                         const std::string& routine, const std::string& module);
-
-// The number and text of any exception: ArborexError's own, 7 for memory, 51 otherwise.
-int failureNumberOf(const std::exception_ptr& failure, std::string& detail);
 
 // Runs `step` until it succeeds or the user leaves it. Returns true when the step completed,
 // false after Ignore or Exit Section. Retry runs the whole step again.

@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
+#include "base/settings_store.hpp"
+#include "base/text.hpp"
 #include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
-#include "frame/settings_store.hpp"
-#include "frame/text.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 
 namespace arborex {
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "frame/settings_store.hpp"
+#include "base/settings_store.hpp"
 
 namespace arborex {
 

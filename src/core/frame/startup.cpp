@@ -5,11 +5,11 @@
 #include <random>
 #include <system_error>
 
-#include "exchange/split_csv.hpp"
-#include "frame/display_format.hpp"
-#include "frame/file_names.hpp"
-#include "frame/messages.hpp"
-#include "frame/text.hpp"
+#include "base/display_format.hpp"
+#include "base/file_names.hpp"
+#include "base/messages.hpp"
+#include "base/split_csv.hpp"
+#include "base/text.hpp"
 #include "model/reference_tables.hpp"
 
 namespace arborex {

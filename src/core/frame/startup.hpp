@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.hpp"
-#include "frame/prompt.hpp"
+#include "base/host.hpp"
+#include "base/prompt.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

@@ -5,14 +5,14 @@
 #include <filesystem>
 #include <limits>
 
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
+#include "base/settings_store.hpp"
 #include "frame/file_locations.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
-#include "frame/recent_files.hpp"
-#include "frame/settings_store.hpp"
 #include "model/colours.hpp"
 #include "model/model.hpp"
+#include "model/recent_files.hpp"
 
 namespace arborex {
 

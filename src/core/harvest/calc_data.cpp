@@ -1,8 +1,8 @@
 #include "harvest/calc_data.hpp"
 
-#include "frame/display_format.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/display_format.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "harvest/queue_order.hpp"
 
 namespace arborex {

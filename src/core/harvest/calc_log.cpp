@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "frame/dates.hpp"
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
+#include "base/dates.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
 
 namespace arborex {
 

@@ -1,9 +1,9 @@
 #include "harvest/calc_session.hpp"
 
-#include "frame/dates.hpp"
-#include "frame/errors.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/dates.hpp"
+#include "base/errors.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 #include "harvest/expansion.hpp"
 #include "model/model.hpp"
 

@@ -3,10 +3,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
-#include "frame/messages.hpp"
-#include "frame/number_text.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
+#include "base/messages.hpp"
+#include "base/min_max.hpp"
+#include "base/number_text.hpp"
 #include "harvest/calc_log.hpp"
 #include "harvest/hanzlik.hpp"
 #include "harvest/queue_order.hpp"

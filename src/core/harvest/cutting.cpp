@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "frame/errors.hpp"
-#include "frame/numeric.hpp"
+#include "base/errors.hpp"
+#include "base/numeric.hpp"
 #include "harvest/calc_log.hpp"
 #include "harvest/results.hpp"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "frame/errors.hpp"
-#include "frame/messages.hpp"
+#include "base/errors.hpp"
+#include "base/messages.hpp"
 
 namespace arborex {
 

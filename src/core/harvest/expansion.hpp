@@ -11,7 +11,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

@@ -1,7 +1,7 @@
 #include "harvest/hanzlik.hpp"
 
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
 #include "harvest/queue_order.hpp"
 #include "yield/curves.hpp"
 #include "yield/harvest_ages.hpp"

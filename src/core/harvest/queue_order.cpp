@@ -4,10 +4,10 @@
 #include <random>
 #include <utility>
 
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
-#include "frame/messages.hpp"
-#include "frame/numeric.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
+#include "base/messages.hpp"
+#include "base/numeric.hpp"
 #include "harvest/rate_search.hpp"
 #include "yield/harvest_ages.hpp"
 

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <string>
 
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
-#include "frame/messages.hpp"
-#include "frame/numeric.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
+#include "base/messages.hpp"
+#include "base/numeric.hpp"
 #include "harvest/simulation.hpp"
 
 namespace arborex {

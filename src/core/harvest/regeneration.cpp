@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 
-#include "frame/errors.hpp"
-#include "frame/numeric.hpp"
+#include "base/errors.hpp"
+#include "base/numeric.hpp"
 #include "harvest/cutting.hpp"
 #include "harvest/results.hpp"
 #include "harvest/simulation.hpp"

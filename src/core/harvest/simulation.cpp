@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string>
 
-#include "frame/errors.hpp"
-#include "frame/messages.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/errors.hpp"
+#include "base/messages.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "harvest/cutting.hpp"
 #include "harvest/regeneration.hpp"
 #include "harvest/results.hpp"

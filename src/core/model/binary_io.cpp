@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 
 namespace arborex {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

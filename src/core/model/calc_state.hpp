@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 #include "model/bounded_array.hpp"
 
 namespace arborex {

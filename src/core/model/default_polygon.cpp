@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "frame/file_names.hpp"
+#include "base/file_names.hpp"
 #include "model/arx_records.hpp"
 #include "model/model.hpp"
 

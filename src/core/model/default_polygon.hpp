@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 
 namespace arborex {
 

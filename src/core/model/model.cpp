@@ -1,8 +1,8 @@
 #include "model/model.hpp"
 
-#include "frame/dates.hpp"
-#include "frame/errors.hpp"
-#include "frame/numeric.hpp"
+#include "base/dates.hpp"
+#include "base/errors.hpp"
+#include "base/numeric.hpp"
 #include "model/colours.hpp"
 
 namespace arborex {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 #include "model/calc_state.hpp"
 #include "model/records.hpp"
 #include "model/reference_tables.hpp"

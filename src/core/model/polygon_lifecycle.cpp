@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "frame/numeric.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 

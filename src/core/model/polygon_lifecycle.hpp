@@ -1,7 +1,7 @@
 #pragma once
 // How polygons leave a project for good.
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

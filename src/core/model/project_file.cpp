@@ -3,13 +3,13 @@
 #include <filesystem>
 #include <system_error>
 
-#include "frame/dates.hpp"
-#include "frame/display_format.hpp"
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
-#include "frame/recent_files.hpp"
+#include "base/dates.hpp"
+#include "base/display_format.hpp"
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
 #include "model/arx_records.hpp"
 #include "model/polygon_lifecycle.hpp"
+#include "model/recent_files.hpp"
 
 namespace fs = std::filesystem;
 

@@ -3,20 +3,26 @@
 // version back to the first loads; 3226 is written, and 200 or 111 on request.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {
 
 inline constexpr const char* kArxFilter = "Arborex for Windows (*.arx)|*.arx";
 
-// Loads a project into `m`, replacing what was there. Returns false for an empty path (in
-// silence), a missing file, or a failure while reading; a failure is shown through the prompt
-// with its number and text, and the model is left as far as the read had come, consistent in
-// its array sizes. Nothing on disk changes.
-bool LoadARX(Model& m, Host& host, const std::string& path);
+// What runs once the polygons and their curves are in, before the saved calculation is read:
+// the harvest ages, which the model layer cannot work out itself.
+using CurvesReadStep = std::function<void(Model&)>;
+
+// The reading of LoadARX (frame/project_open.hpp, which adds the harvest ages): loads a project
+// into `m`, replacing what was there. Returns false for an empty path (in silence), a missing
+// file, or a failure while reading; a failure is shown through the prompt with its number and
+// text, and the model is left as far as the read had come, consistent in its array sizes.
+// Nothing on disk changes.
+bool ReadArx(Model& m, Host& host, const std::string& path, const CurvesReadStep& curvesRead = {});
 
 // Writes the model to `path` as `version` (3226, 200 or 111). With `purge`, first offers to
 // remove soft-deleted polygons. The former file is kept as "<name>.bak". The file is written

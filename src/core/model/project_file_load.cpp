@@ -1,14 +1,13 @@
-// LoadARX: reads a project of any version and brings it up to the current model.
+// ReadArx, the reading of LoadARX: reads a project of any version and brings it up to the current
+// model.
 
-#include "frame/error_handler.hpp"
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
-#include "frame/messages.hpp"
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
+#include "base/messages.hpp"
 #include "model/arx_records.hpp"
 #include "model/colours.hpp"
 #include "model/project_file.hpp"
 #include "model/species_binding.hpp"
-#include "yield/harvest_ages.hpp"
 
 namespace arborex {
 
@@ -18,7 +17,8 @@ constexpr int16_t kBlankPair = 0x2020;  // two blanks where an earlier writer le
 
 class Loader {
 public:
-    Loader(Model& m, Host& host, const std::string& path) : m_(m), host_(host), path_(path) {}
+    Loader(Model& m, Host& host, const std::string& path, const CurvesReadStep& curvesRead)
+        : m_(m), host_(host), path_(path), curvesRead_(curvesRead) {}
 
     void run();
     // Leaves the model usable after a failure: arrays that were never sized to the file's
@@ -49,6 +49,7 @@ private:
     Model& m_;
     Host& host_;
     std::string path_;
+    const CurvesReadStep& curvesRead_;
     int v_ = 0;
     std::uint64_t fileSize_ = 0;
     int lastPercent_ = -1;
@@ -291,8 +292,7 @@ void Loader::run() {
     if (host_.views.polygonScreenOpen()) host_.views.redisplayPolygons(m_.LastPoly);
     findSpecIDX(m_);
     m_.LoadGood = true;
-    calcAllCutAges(m_, 0);
-    calcAllCutAges(m_, 1);
+    if (curvesRead_) curvesRead_(m_);
     if (v_ >= 290) readCalcTables(r);
 }
 
@@ -305,13 +305,13 @@ void Loader::recover() {
 
 }  // namespace
 
-bool LoadARX(Model& m, Host& host, const std::string& path) {
+bool ReadArx(Model& m, Host& host, const std::string& path, const CurvesReadStep& curvesRead) {
     if (trim(path).empty()) return false;
     if (!fileExists(path)) {
         host.prompt.tell(kProgramTitle, "File not found", Icon::Exclamation);
         return false;
     }
-    Loader loader(m, host, path);
+    Loader loader(m, host, path, curvesRead);
     try {
         loader.run();
     } catch (...) {

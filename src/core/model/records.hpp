@@ -6,7 +6,7 @@
 #include <array>
 #include <cstdint>
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

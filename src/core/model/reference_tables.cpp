@@ -4,10 +4,10 @@
 #include <optional>
 #include <string_view>
 
-#include "frame/errors.hpp"
-#include "frame/input_file.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/errors.hpp"
+#include "base/input_file.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

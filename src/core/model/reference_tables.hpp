@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.hpp"
-#include "frame/text.hpp"
+#include "base/host.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

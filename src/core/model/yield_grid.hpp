@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 
 namespace arborex {
 

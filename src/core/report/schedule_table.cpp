@@ -4,10 +4,10 @@
 #include <array>
 #include <string>
 
-#include "frame/display_format.hpp"
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
-#include "frame/text.hpp"
+#include "base/display_format.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <limits>
 
-#include "frame/errors.hpp"
-#include "frame/numeric.hpp"
+#include "base/errors.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 namespace {

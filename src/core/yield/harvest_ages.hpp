@@ -26,8 +26,4 @@ void UpdateYields(Model& m);
 // management other than VDYP or TIPSY has no calculated age: ErrSubscript.
 int16_t targetHarvestAge(const Model& m, int polygon, int management);
 
-// Clamps the number in a numeric text field to low..high (low first, then high; text that is
-// not a number counts as 0) and writes it back with `decimals` places.
-void minMax(std::string& text, float low, float high, int16_t decimals);
-
 }  // namespace arborex

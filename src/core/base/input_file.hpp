@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 
 namespace arborex {
 

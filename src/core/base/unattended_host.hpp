@@ -7,11 +7,11 @@
 #include <string>
 #include <utility>
 
-#include "frame/environment.hpp"
-#include "frame/host.hpp"
-#include "frame/prompt.hpp"
-#include "frame/settings_store.hpp"
-#include "frame/status.hpp"
+#include "base/environment.hpp"
+#include "base/host.hpp"
+#include "base/prompt.hpp"
+#include "base/settings_store.hpp"
+#include "base/status.hpp"
 
 namespace arborex {
 

@@ -1,9 +1,9 @@
-#include "frame/input_file.hpp"
+#include "base/input_file.hpp"
 
 #include <filesystem>
 
-#include "frame/errors.hpp"
-#include "frame/file_names.hpp"
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
 
 namespace arborex {
 

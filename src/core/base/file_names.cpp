@@ -1,9 +1,9 @@
-#include "frame/file_names.hpp"
+#include "base/file_names.hpp"
 
 #include <filesystem>
 #include <system_error>
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 namespace fs = std::filesystem;
 

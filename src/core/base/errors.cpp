@@ -1,4 +1,6 @@
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
+
+#include <new>
 
 namespace arborex {
 
@@ -43,5 +45,21 @@ static std::string composeMessage(int number, const std::string& detail) {
 
 ArborexError::ArborexError(int number, const std::string& detail)
     : std::runtime_error(composeMessage(number, detail)), number_(number), detail_(detail) {}
+
+int failureNumberOf(const std::exception_ptr& failure, std::string& detail) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const ArborexError& e) {
+        detail = e.detail();
+        return e.number();
+    } catch (const std::bad_alloc&) {
+        return ErrOutOfMemory;
+    } catch (const std::exception& e) {
+        detail = e.what();
+        return ErrInternal;
+    } catch (...) {
+        return ErrInternal;
+    }
+}
 
 }  // namespace arborex

@@ -1,6 +1,6 @@
-#include "exchange/split_csv.hpp"
+#include "base/split_csv.hpp"
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

@@ -1,7 +1,7 @@
-#include "frame/messages.hpp"
+#include "base/messages.hpp"
 
-#include "frame/input_file.hpp"
-#include "frame/numeric.hpp"
+#include "base/input_file.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 

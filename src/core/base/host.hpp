@@ -2,10 +2,10 @@
 // What core routines need from the program around them: someone to ask, a status line, the
 // settings store, the open screens that want to hear of a change, and the system's folders.
 
-#include "frame/environment.hpp"
-#include "frame/prompt.hpp"
-#include "frame/settings_store.hpp"
-#include "frame/status.hpp"
+#include "base/environment.hpp"
+#include "base/prompt.hpp"
+#include "base/settings_store.hpp"
+#include "base/status.hpp"
 
 namespace arborex {
 

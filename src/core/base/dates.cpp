@@ -1,4 +1,4 @@
-#include "frame/dates.hpp"
+#include "base/dates.hpp"
 
 #include <cmath>
 #include <ctime>

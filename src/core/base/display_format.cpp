@@ -1,4 +1,4 @@
-#include "frame/display_format.hpp"
+#include "base/display_format.hpp"
 
 #include <array>
 #include <charconv>
@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "frame/dates.hpp"
-#include "frame/text.hpp"
+#include "base/dates.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

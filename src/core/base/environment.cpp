@@ -1,8 +1,8 @@
-#include "frame/environment.hpp"
+#include "base/environment.hpp"
 
 #include <cstdlib>
 
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "frame/host.hpp"
+#include "base/host.hpp"
 #include "model/model.hpp"
 
 namespace arborex {

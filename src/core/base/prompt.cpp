@@ -1,4 +1,4 @@
-#include "frame/prompt.hpp"
+#include "base/prompt.hpp"
 
 namespace arborex {
 

@@ -1,11 +1,11 @@
-#include "frame/number_text.hpp"
+#include "base/number_text.hpp"
 
 #include <charconv>
 #include <cstddef>
 #include <system_error>
 
-#include "frame/errors.hpp"
-#include "frame/text.hpp"
+#include "base/errors.hpp"
+#include "base/text.hpp"
 
 namespace arborex {
 

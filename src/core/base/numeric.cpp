@@ -1,9 +1,9 @@
-#include "frame/numeric.hpp"
+#include "base/numeric.hpp"
 
 #include <cmath>
 #include <limits>
 
-#include "frame/errors.hpp"
+#include "base/errors.hpp"
 
 namespace arborex {
 

@@ -3,6 +3,7 @@
 // everything unexpected is thrown as an ArborexError and handled at the operation boundary,
 // which logs it and offers Retry / Ignore / Exit.
 
+#include <exception>
 #include <stdexcept>
 #include <string>
 
@@ -39,5 +40,8 @@ private:
     int number_;
     std::string detail_;
 };
+
+// The number and text of any exception: ArborexError's own, 7 for memory, 51 otherwise.
+int failureNumberOf(const std::exception_ptr& failure, std::string& detail);
 
 }  // namespace arborex

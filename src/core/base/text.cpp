@@ -1,4 +1,4 @@
-#include "frame/text.hpp"
+#include "base/text.hpp"
 
 #include <algorithm>
 #include <cctype>

@@ -1,9 +1,9 @@
-#include "frame/settings_store.hpp"
+#include "base/settings_store.hpp"
 
 #include <cctype>
 
-#include "frame/number_text.hpp"
-#include "frame/numeric.hpp"
+#include "base/number_text.hpp"
+#include "base/numeric.hpp"
 
 namespace arborex {
 

@@ -1,4 +1,4 @@
-#include "frame/recent_files.hpp"
+#include "model/recent_files.hpp"
 
 #include <algorithm>
 
