@@ -128,6 +128,17 @@ TEST_F(Cutting, StepsTakeTheirShareOfTheAllowance) {
     }
 }
 
+// The allowance left is the difference stored to a float, then rounded half to even:
+// 33534 - 6657.499 is 26876.5 as a float, so 26876 is left, not the 26877 of a double.
+TEST_F(Cutting, TheAllowanceLeftIsRoundedFromAFloat) {
+    fx.run.Yields.CurveTable[1].Age[100].ConVol = 6657.4990234375f;
+    const int16_t b = addBlock(1, 1, 100);
+    fx.run.VolLeft = 33534;
+    CutBlock(fx.session, b, 1);
+    EXPECT_EQ(block(b).CutFraction, 1.0f);
+    EXPECT_EQ(fx.run.VolLeft, 26876);
+}
+
 TEST_F(Cutting, AgesOutsideTheCurveFail) {
     const int16_t unborn = addBlock(1, 10.0f, -1);
     fx.run.VolLeft = 1000;

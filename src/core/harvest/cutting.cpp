@@ -71,8 +71,11 @@ void shares(float volume, const StandVolume& g, float& conifer, float& deciduous
 bool fitsVolume(float volume, int32_t left) {
     return static_cast<double>(volume) <= static_cast<double>(left);
 }
+// The difference is stored to a float before it is rounded, as every step of the run is: a
+// double would keep fractions the float drops and round some halves the other way.
 int32_t volumeAfter(int32_t left, float volume) {
-    return toI4(static_cast<double>(left) - static_cast<double>(volume));
+    const float rest = static_cast<float>(left) - volume;
+    return toI4(static_cast<double>(rest));
 }
 
 // The block is done; its successor now stands on all of its ground.
