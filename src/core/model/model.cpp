@@ -20,6 +20,10 @@ void ResetVars(Model& m) {
     m.LastPoly = -1;
     m.CutOrderLast = -1;
     m.CurPoly = -1;
+    // No polygon is on screen any more, so nothing is left to compare against.
+    m.OldPoly = PolyData{};
+    m.OldPolyC = PolyCalc{};
+    m.OldPolyM = PolyMgmt{};
     m.CutOrder.assign(1, 0);
     m.CutOrderKey.assign(1, 0);
 

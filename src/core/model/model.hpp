@@ -67,10 +67,11 @@ struct Model {
     int16_t CutOrderLast = -1;
     CalcState Calc;
 
-    // Scratch and default polygons.
-    PolyData NewPoly, DefaultPoly;
-    PolyCalc NewPolyC, DefaultPolyC;
-    PolyMgmt NewPolyM, DefaultPolyM;
+    // Scratch and default polygons. OldPoly* hold the polygon on screen as it was when shown
+    // (or last confirmed), so that leaving it can tell what the user changed.
+    PolyData NewPoly, DefaultPoly, OldPoly;
+    PolyCalc NewPolyC, DefaultPolyC, OldPolyC;
+    PolyMgmt NewPolyM, DefaultPolyM, OldPolyM;
 
     // Where things are.
     std::array<std::string, 4> Paths;

@@ -106,4 +106,46 @@ void PurgeDeletedPolygons(Model& m, Host& host) {
     if (host.views.polygonScreenOpen()) host.views.redisplayPolygons(m.CurPoly);
 }
 
+// Stubs until the lifecycle lands.
+std::string refusalText(const Model&, PolygonRefusal, bool) {
+    return {};
+}
+void projectFollowingPolygon(PolyData& data, PolyCalc& calc, PolyMgmt& mgmt) {
+    data = PolyData{};
+    calc = PolyCalc{};
+    mgmt = PolyMgmt{};
+}
+int findPolygonName(const Model&, std::string_view, int) {
+    return -1;
+}
+int appendPolygon(Model&, const PolyData&, const PolyCalc&, const PolyMgmt&) {
+    return -1;
+}
+AddOutcome addPolygon(Model&, const std::string&, int) {
+    return {};
+}
+void deletePolygon(Model&, int) {}
+void undeletePolygon(Model&, int) {}
+PolygonRefusal renamePolygon(Model&, int, const std::string&) {
+    return PolygonRefusal::None;
+}
+int splitPolygons(Model&, float, float) {
+    return 0;
+}
+void reorderSpecies(Model&) {}
+void reorderPolygonSpecies(Model&, int) {}
+bool curvesNotReady(const PolyData&) {
+    return false;
+}
+std::string polygonRowText(const Model&, int) {
+    return {};
+}
+std::vector<PolygonRow> DisplayPoly(Model&) {
+    return {};
+}
+int displaySelection(int, int) {
+    return -1;
+}
+void saveAsDefaultPolygon(Model&, int) {}
+
 }  // namespace arborex

@@ -164,14 +164,6 @@ int16_t firstAgeMeeting(const Model& m, int16_t yieldType, float target, int16_t
     return kNeverAge;
 }
 
-template <typename Row>
-void zeroRows(YieldGrid<Row>& grid, int16_t polygon, int16_t lastStep) {
-    if (lastStep < 0) return;
-    if (lastStep >= grid.rowCount()) throw ArborexError(ErrSubscript);
-    Row* rows = grid.rowsOf(polygon);
-    std::fill(rows, rows + lastStep + 1, Row{});
-}
-
 }  // namespace
 
 float FindDia(const Model& m, int16_t yieldType, int16_t age, int16_t polygon) {
@@ -226,26 +218,6 @@ int16_t FindMAIMax(const Model& m, int16_t yieldType, int16_t polygon) {
         }
     }
     return bestAge;
-}
-
-void clearVYield(Model& m, int16_t polygon) {
-    const auto p = static_cast<std::size_t>(checkedPolygon(m, polygon));
-    const int16_t lastStep = m.Settings.YieldRows[0];
-    const bool withMix = m.Settings.YIELDMODE != 0;
-    // Both tables are checked first so that a fault leaves the curve whole, not half wiped.
-    if (withMix && lastStep >= m.VMix.rowCount()) throw ArborexError(ErrSubscript);
-    zeroRows(m.VYield, polygon, lastStep);
-    if (withMix) zeroRows(m.VMix, polygon, lastStep);
-    m.PolyC[p].VCCCALC = 0.0f;
-    m.Poly[p].VSICALC = 0.0f;
-    m.Poly[p].YIELDSTATE[0] = 0;
-}
-
-void ClearTYield(Model& m, int16_t polygon) {
-    const auto p = static_cast<std::size_t>(checkedPolygon(m, polygon));
-    zeroRows(m.TYield, polygon, m.Settings.YieldRows[1]);
-    m.Poly[p].TSICALC = 0.0f;
-    m.Poly[p].YIELDSTATE[1] = 0;
 }
 
 }  // namespace arborex

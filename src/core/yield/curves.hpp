@@ -1,8 +1,9 @@
 #pragma once
-// Questions asked of a polygon's yield curves: value at an age, first age meeting a target, age
-// of MAI culmination, and wiping a curve. Curve model 0 is VDYP, 1 TIPSY. Curves are stored on
-// the model's age grid; values between grid ages are interpolated linearly in 32-bit floats,
-// below the grid they are 0 and at or above YieldMaxAge they hold the last step.
+// Questions asked of a polygon's yield curves: value at an age, first age meeting a target and
+// age of MAI culmination; wiping a curve lives in model/curve_clear.hpp. Curve model 0 is VDYP, 1
+// TIPSY. Curves are stored on the model's age grid; values between grid ages are interpolated
+// linearly in 32-bit floats, below the grid they are 0 and at or above YieldMaxAge they hold the
+// last step.
 //
 // These run inside the simulation's innermost loops: they allocate nothing and do not validate
 // beyond what reading the curve needs. Failures throw ArborexError: ErrDivisionByZero for a
@@ -12,6 +13,7 @@
 
 #include <cstdint>
 
+#include "model/curve_clear.hpp"
 #include "model/model.hpp"
 
 namespace arborex {
@@ -39,11 +41,5 @@ int16_t FindMAIMax(const Model& m, int16_t yieldType, int16_t polygon);
 inline int16_t FindMax(int16_t a, int16_t b) {
     return a > b ? a : b;
 }
-
-// Zero the polygon's VDYP curve (and its species volumes while YIELDMODE is on), VCCCALC,
-// VSICALC and YIELDSTATE[0].
-void clearVYield(Model& m, int16_t polygon);
-// Zero the polygon's TIPSY curve, TSICALC and YIELDSTATE[1]. The thin block is left alone.
-void ClearTYield(Model& m, int16_t polygon);
 
 }  // namespace arborex
