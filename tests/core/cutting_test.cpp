@@ -18,6 +18,7 @@ protected:
         fx.m.Calc.CalcHorizon = 100;
         fx.m.Calc.YearTable.resize(100);
         fx.m.Calc.CutCount = 1;  // the entry that PreCut would have opened
+        fx.m.Calc.CutList.resize(1);
         auto& curves = fx.run.Yields.CurveTable;
         curves.assign(3, {});
         for (int a = 0; a <= kExpandedTopAge; ++a) {

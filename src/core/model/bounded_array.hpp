@@ -1,7 +1,7 @@
 #pragma once
 // A dynamic array with a fixed lower bound (0 or 1), whose allocated size may differ from the
-// "last" counter that goes with it: an empty table keeps one element, and the project file
-// writes every allocated element whatever the counter says.
+// "last" counter that goes with it: the project file writes every element the array holds,
+// whatever the counter says. An empty table holds no element, so it writes none.
 
 #include <cstddef>
 #include <vector>
@@ -13,7 +13,7 @@ namespace arborex {
 template <typename T, int LowerBound>
 class BoundedArray {
 public:
-    BoundedArray() : items_(1) {}
+    BoundedArray() = default;
 
     static constexpr int lowerBound() { return LowerBound; }
     int upperBound() const { return LowerBound + static_cast<int>(items_.size()) - 1; }
@@ -24,12 +24,13 @@ public:
     const T& operator[](int index) const { return items_[checked(index)]; }
 
     // Elements LowerBound..upper; contents kept, new elements zeroed. An upper bound below
-    // the lower one leaves the one-element form.
+    // the lower one empties the array.
     void resize(int upper) {
-        items_.resize(upper < LowerBound ? 1 : static_cast<std::size_t>(upper - LowerBound + 1));
+        items_.resize(upper < LowerBound ? 0 : static_cast<std::size_t>(upper - LowerBound + 1));
     }
-    // Back to one zeroed element.
-    void reset() { items_.assign(1, T{}); }
+    // Back to no element.
+    void reset() { items_.clear(); }
+    bool empty() const { return items_.empty(); }
 
     T* data() { return items_.data(); }
     const T* data() const { return items_.data(); }

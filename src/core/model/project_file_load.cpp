@@ -187,22 +187,21 @@ void Loader::readCalcTables(ByteReader& r) {
     c.CutCount = r.i2();
     c.CalcHorizon = r.i2();
     c.NetArea = r.f4();
-    if (c.BlockLast > 0) {
-        c.BlockList.resize(c.BlockLast);
+    // Each array takes the size its bound gives, so the model stays consistent with its
+    // counters; the elements are read only above the threshold the file has always used, and
+    // a single block, road or entry stays zeroed as it always has.
+    c.BlockList.resize(c.BlockLast);
+    if (c.BlockLast > 0)
         for (Block& b : c.BlockList) arx::read(r, b);
-    }
-    if (c.RoadLast > 1) {
-        c.RoadList.resize(c.RoadLast);
+    c.RoadList.resize(c.RoadLast);
+    if (c.RoadLast > 1)
         for (RoadRec& x : c.RoadList) arx::read(r, x);
-    }
-    if (c.CutCount > 1) {
-        c.CutList.resize(c.CutCount);
+    c.CutList.resize(c.CutCount);
+    if (c.CutCount > 1)
         for (CutRec& cut : c.CutList) arx::read(r, cut);
-    }
-    if (c.CalcHorizon > 0) {
-        c.YearTable.resize(c.CalcHorizon);
+    c.YearTable.resize(c.CalcHorizon);
+    if (c.CalcHorizon > 0)
         for (YearRec& y : c.YearTable) arx::read(r, y);
-    }
     if (v_ < 3011) c.inputs.SortMethod = -3;
 }
 
