@@ -98,4 +98,11 @@ BatchOptions parseOptions(const std::vector<std::string>& args,
     return options;
 }
 
+const std::vector<std::string>* ownFlagValues(const BatchOptions& options, std::string_view name) {
+    const std::vector<std::string>* last = nullptr;
+    for (const auto& [flag, values] : options.own)
+        if (flag == name) last = &values;
+    return last;
+}
+
 }  // namespace arborex::batch

@@ -48,4 +48,7 @@ BatchOptions parseOptions(const std::vector<std::string>& args,
                           std::initializer_list<std::string_view> allowed,
                           std::initializer_list<OwnFlag> own = {});
 
+// The values of the last `name` among the command's own flags; nullptr when it was not given.
+const std::vector<std::string>* ownFlagValues(const BatchOptions& options, std::string_view name);
+
 }  // namespace arborex::batch

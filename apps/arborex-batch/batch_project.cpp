@@ -1,9 +1,13 @@
 #include "batch_project.hpp"
 
+#include <algorithm>
+#include <cctype>
+#include <charconv>
 #include <ostream>
 
 #include "base/errors.hpp"
 #include "base/file_names.hpp"
+#include "base/text.hpp"
 #include "frame/error_handler.hpp"
 #include "frame/file_locations.hpp"
 #include "frame/project_open.hpp"
@@ -11,6 +15,16 @@
 #include "model/project_file.hpp"
 
 namespace arborex::batch {
+
+namespace {
+
+bool allDigits(const std::string& text) {
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+        return std::isdigit(static_cast<unsigned char>(c)) != 0;
+    });
+}
+
+}  // namespace
 
 void requireOperands(const BatchOptions& options, std::size_t count, const std::string& form) {
     if (options.operands.size() != count)
@@ -51,6 +65,23 @@ bool saveProject(Model& m, BatchHost& batch, const std::string& path, int16_t ve
             << failureReason(std::current_exception(), path) << '\n';
         return false;
     }
+}
+
+// A name wins over an index, so that a polygon named "12" is found by its name.
+int16_t polygonOperand(const Model& m, const std::string& operand, const std::string& path) {
+    const std::string wanted = trim(operand);
+    if (!wanted.empty())
+        for (int p = 0; p <= m.LastPoly; ++p)  // an int: polygon 32767 is the last there can be
+            if (equalsNoCase(m.Poly.at(static_cast<std::size_t>(p)).NAME.str(), wanted))
+                return static_cast<int16_t>(p);
+    if (allDigits(wanted)) {
+        int index = -1;
+        const auto parsed = std::from_chars(wanted.data(), wanted.data() + wanted.size(), index);
+        if (parsed.ec == std::errc() && index <= m.LastPoly) return static_cast<int16_t>(index);
+    }
+    throw UsageError("no polygon '" + operand + "' in " + path + ": give a polygon's name or " +
+                     (m.LastPoly < 0 ? std::string("add polygons first")
+                                     : "an index 0.." + std::to_string(m.LastPoly)));
 }
 
 std::string failureReason(const std::exception_ptr& failure, const std::string& path) {

@@ -36,6 +36,11 @@ bool loadProject(Model& m, BatchHost& batch, const std::string& path, std::ostre
 bool saveProject(Model& m, BatchHost& batch, const std::string& path, int16_t version,
                  std::ostream& err);
 
+// POLYGON of a command line: the first polygon, deleted ones too, whose trimmed name equals
+// `operand` trimmed, without regard to case, else its index 0..LastPoly. Anything else throws
+// UsageError naming `path`.
+int16_t polygonOperand(const Model& m, const std::string& operand, const std::string& path);
+
 // The reason of a failure: its text, and its detail unless that only names `path` (or the
 // temporary file a save writes beside it), which the line names already.
 std::string failureReason(const std::exception_ptr& failure, const std::string& path);

@@ -1,11 +1,7 @@
 #include "curve_commands.hpp"
 
-#include <algorithm>
-#include <cctype>
-#include <charconv>
 #include <ostream>
 
-#include "base/text.hpp"
 #include "batch_args.hpp"
 #include "batch_commands.hpp"
 #include "batch_host.hpp"
@@ -15,29 +11,6 @@
 namespace arborex::batch {
 
 namespace {
-
-bool allDigits(const std::string& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
-        return std::isdigit(static_cast<unsigned char>(c)) != 0;
-    });
-}
-
-// A name wins over an index, so that a polygon named "12" is found by its name.
-int16_t polygonOperand(const Model& m, const std::string& operand, const std::string& path) {
-    const std::string wanted = trim(operand);
-    if (!wanted.empty())
-        for (int p = 0; p <= m.LastPoly; ++p)  // an int: polygon 32767 is the last there can be
-            if (equalsNoCase(m.Poly.at(static_cast<std::size_t>(p)).NAME.str(), wanted))
-                return static_cast<int16_t>(p);
-    if (allDigits(wanted)) {
-        int index = -1;
-        const auto parsed = std::from_chars(wanted.data(), wanted.data() + wanted.size(), index);
-        if (parsed.ec == std::errc() && index <= m.LastPoly) return static_cast<int16_t>(index);
-    }
-    throw UsageError("no polygon '" + operand + "' in " + path + ": give a polygon's name or " +
-                     (m.LastPoly < 0 ? std::string("add polygons first")
-                                     : "an index 0.." + std::to_string(m.LastPoly)));
-}
 
 // The model of the existing management, or of the future one when the stand is NC or NSR now.
 int16_t managementModel(const Model& m, int16_t p) {
