@@ -7,6 +7,7 @@
 #include "base/number_text.hpp"
 #include "json_writer.hpp"
 #include "project_summary.hpp"
+#include "report/harvest_totals.hpp"
 #include "report/schedule_issues.hpp"
 #include "report/schedule_table.hpp"
 
@@ -185,19 +186,12 @@ void writeDecades(const CalcSession& s, std::ostream& out) {
     out << latin1ToUtf8("\nYears            Volume (m\xb3)   Area (ha)   m\xb3/yr\n");
     for (int first = 0; first <= lastYear(calc); first += 10) {
         const int last = std::min(first + 9, lastYear(calc));
-        double volume = 0.0;
-        double area = 0.0;
-        for (int y = first; y <= last; ++y) {
-            const YearRec& year = calc.YearTable[y];
-            volume += static_cast<double>(year.VolConifer) + static_cast<double>(year.VolDeciduous);
-            area += static_cast<double>(year.AreaCC) + static_cast<double>(year.AreaPC) +
-                    static_cast<double>(year.AreaCT) + static_cast<double>(year.AreaRoad);
-        }
+        const HarvestTotals totals = yearTotals(calc, first, last);
         std::string years = std::to_string(startYear + first);
         if (last > first) years += "-" + std::to_string(startYear + last);
-        const double mean = volume / static_cast<double>(last - first + 1);
-        out << padded(years, 14, false) << padded(formatNumber(volume, "#,##0"), 13, true)
-            << padded(formatNumber(area, "#,##0.0"), 12, true)
+        const double mean = totals.volume / static_cast<double>(totals.count);
+        out << padded(years, 14, false) << padded(formatNumber(totals.volume, "#,##0"), 13, true)
+            << padded(formatNumber(totals.area, "#,##0.0"), 12, true)
             << padded(formatNumber(mean, "#,##0"), 9, true) << '\n';
     }
 }

@@ -15,6 +15,7 @@
 #include "base/display_format.hpp"
 #include "base/numeric.hpp"
 #include "frame/error_handler.hpp"
+#include "report/harvest_totals.hpp"
 #include "report/schedule_issues.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/standing_graph.hpp"
@@ -143,34 +144,21 @@ void frmCalc::DrawStandingGraph() {
 }
 
 void frmCalc::ShowSelected() {
-    double volume = 0.0, area = 0.0;
+    HarvestTotals totals;
     const QList<QTreeWidgetItem*> selected = lsvCalc_->selectedItems();
     bool annual = !polygonView();
     const bool summed = runGuarded(m_, host_, "ShowSelected", kModule, [&] {
         for (const QTreeWidgetItem* item : selected) {
             const RowKey key = keyOf(item);
             annual = key.annual;
-            if (key.annual) {
-                const YearRec& y = m_.Calc.YearTable[key.index];
-                volume += static_cast<double>(y.VolConifer) + y.VolDeciduous;
-                area += static_cast<double>(y.AreaCC) + y.AreaPC + y.AreaCT + y.AreaRoad;
-            } else {
-                const CutRec& cut = m_.Calc.CutList[key.index];
-                volume += cut.CutVolume;
-                area += cut.CutArea;
-            }
+            if (key.annual)
+                addYear(totals, m_.Calc.YearTable[key.index]);
+            else
+                addEntry(totals, m_.Calc.CutList[key.index]);
         }
     });
     if (!summed) return;
-    const double ratio = area == 0.0 ? 0.0 : volume / area;
-    const std::string count = std::to_string(selected.size());
-    const std::string text = annual ? count + " years: " + formatNumber(volume, "#,##0") +
-                                          "m\xb3 / " + formatNumber(area, "#,##0.0") +
-                                          "ha  = " + formatNumber(ratio, "#,##0.0") + "m\xb3/ha"
-                                    : count + " entries: " + formatNumber(volume, "#,##0") +
-                                          "m\xb3  / " + formatNumber(area, "#,##0.0") +
-                                          "ha  = " + formatNumber(ratio, "#,##0.0") + "m\xb3/ha";
-    sbStatus_->showMessage(lq(text));
+    sbStatus_->showMessage(lq(selectionSummary(totals, annual)));
 }
 
 void frmCalc::selectScheduleRows(const std::vector<int>& rows) {

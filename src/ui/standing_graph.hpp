@@ -1,36 +1,12 @@
 #pragma once
-// picCalc, the calculation screen's small graph of standing volume over the horizon: one
-// stacked column a year, coloured by whether the year met its constraints and its rate.
+// picCalc, the calculation screen's small graph of standing volume over the horizon: draws the
+// columns that standingGraph works out.
 
-#include <QColor>
 #include <QWidget>
-#include <array>
-#include <vector>
 
-#include "harvest/calc_session.hpp"
+#include "report/standing_volume.hpp"
 
 namespace arborex {
-
-// One year's column, from the base up: mature deciduous, mature conifer, immature deciduous,
-// immature conifer.
-struct StandingColumn {
-    int offset = 0;  // years from the start
-    std::array<float, 4> volumes{};
-    std::array<QColor, 4> colours;
-};
-
-struct StandingGraphData {
-    int horizon = 0;   // the last year offset; columns are one unit wide from 0 to horizon + 1
-    double top = 0.0;  // the largest yearly standing volume, as a whole number
-    std::vector<StandingColumn> columns;
-    bool empty() const { return columns.empty(); }
-};
-
-// The graph of the last run's YearTable. Nothing to draw while CalcHorizon is below 1 or when
-// no year has standing volume. Years without inventory area get no column. The colours come
-// from COLORS: below the age percent (of a ticked age constraint) first, then below the height
-// percent, then a harvest below 98% of the rate in the rate field, else the plain colours.
-StandingGraphData standingGraph(const Model& m, const CalcScreen& screen);
 
 class StandingGraph final : public QWidget {
     Q_OBJECT
