@@ -2,6 +2,7 @@
 // over to the start-up sequence.
 
 #include <QApplication>
+#include <QIcon>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -27,6 +28,10 @@ int main(int argc, char* argv[]) {
     QApplication::setOrganizationName("Arborex");
     QApplication::setApplicationName("Arborex");
     QApplication::setApplicationVersion("3.2.26");
+    // The installed desktop entry and icon, so that a window manager groups the windows under
+    // the menu entry that started them.
+    QGuiApplication::setDesktopFileName("arborex");
+    QApplication::setWindowIcon(QIcon::fromTheme("arborex"));
 
     if (grab) {
         const QStringList words = QApplication::arguments();
