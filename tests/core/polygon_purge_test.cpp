@@ -4,22 +4,15 @@
 
 #include "model/polygon_lifecycle.hpp"
 #include "support/fake_host.hpp"
+#include "support/small_project.hpp"
 
 namespace arborex {
 namespace {
 
 // Five polygons "P0".."P4", each with distinctive curve rows and harvest ages.
 Model fivePolygons() {
-    Model m;
-    ResetVars(m);
-    m.Settings.YieldMaxAge = {4, 20};
-    m.Settings.YieldMinAge = {0, 0};
-    m.Settings.YieldIncAge = {1, 10};
-    SetAgeInc(m);
-    ResizePolygonArrays(m, 5);
-    m.LastPoly = 4;
+    Model m = test::smallProject({"P0", "P1", "P2", "P3", "P4"});
     for (int p = 0; p < 5; ++p) {
-        m.Poly[p].NAME = "P" + std::to_string(p);
         m.VYield(p, 4).Vol = static_cast<int16_t>(100 + p);
         m.VMix(p, 1)[2] = static_cast<int16_t>(10 + p);
         m.TYield(p, 2).Mai = 1.0f + static_cast<float>(p);

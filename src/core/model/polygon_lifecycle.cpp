@@ -1,151 +1,190 @@
 #include "model/polygon_lifecycle.hpp"
 
-#include <cstdlib>
-#include <vector>
+#include <cstddef>
+#include <limits>
 
+#include "base/errors.hpp"
+#include "base/file_names.hpp"
+#include "base/messages.hpp"
 #include "base/numeric.hpp"
+#include "base/text.hpp"
+#include "model/curve_clear.hpp"
+#include "model/default_polygon.hpp"
+#include "model/polygon_rows.hpp"
 
 namespace arborex {
 
 namespace {
 
-std::vector<int> newIndexes(const Model& m, int& kept) {
-    std::vector<int> index(static_cast<std::size_t>(m.LastPoly + 1), -1);
-    kept = 0;
-    for (int p = 0; p <= m.LastPoly; ++p)
-        if (m.PolyC.at(static_cast<std::size_t>(p)).DELETE != 1)
-            index[static_cast<std::size_t>(p)] = kept++;
-    return index;
+std::size_t checkedIndex(const Model& m, int polygon) {
+    if (polygon < 0 || polygon > m.LastPoly || static_cast<std::size_t>(polygon) >= m.Poly.size())
+        throw ArborexError(ErrSubscript);
+    return static_cast<std::size_t>(polygon);
 }
 
-void dropDeletedFromOrder(Model& m, const std::vector<int>& index) {
-    int last = -1;
-    for (int i = 0; i <= m.CutOrderLast; ++i) {
-        const int16_t polygon = m.CutOrder.at(static_cast<std::size_t>(i));
-        const bool valid = polygon >= 0 && polygon < static_cast<int>(index.size());
-        if (valid && index[static_cast<std::size_t>(polygon)] < 0) continue;
-        ++last;
-        m.CutOrder[static_cast<std::size_t>(last)] = polygon;
-        m.CutOrderKey.at(static_cast<std::size_t>(last)) =
-            m.CutOrderKey.at(static_cast<std::size_t>(i));
-    }
-    if (last < m.CutOrderLast) {
-        m.Calc.BlockLast = -1;
-        m.Calc.CalcHorizon = 0;
-    }
-    m.CutOrderLast = toI2(last);
-    if (last > -1) {
-        m.CutOrder.resize(static_cast<std::size_t>(last + 1));
-        m.CutOrderKey.resize(static_cast<std::size_t>(last + 1));
-    }
+template <typename Row>
+void copyRows(YieldGrid<Row>& grid, int from, int to) {
+    const Row* source = grid.rowsOf(from);
+    Row* target = grid.rowsOf(to);
+    for (int r = 0; r < grid.rowCount(); ++r) target[r] = source[r];
 }
 
-void renumberOrder(Model& m, const std::vector<int>& index) {
-    for (int i = 0; i <= m.CutOrderLast; ++i) {
-        auto& polygon = m.CutOrder.at(static_cast<std::size_t>(i));
-        if (polygon < 0 || polygon >= static_cast<int>(index.size())) continue;
-        const int moved = index[static_cast<std::size_t>(polygon)];
-        if (moved != polygon) {
-            polygon = toI2(moved);
-            m.CutOrderKey.at(static_cast<std::size_t>(i)) = 0;
-        }
-    }
+template <typename Row>
+void zeroRows(YieldGrid<Row>& grid, int polygon) {
+    Row* rows = grid.rowsOf(polygon);
+    for (int r = 0; r < grid.rowCount(); ++r) rows[r] = Row{};
 }
 
-template <typename T>
-void moveRows(YieldGrid<T>& grid, int from, int to) {
-    const int rows = grid.rowCount();
-    const T* source = grid.rowsOf(from);
-    T* target = grid.rowsOf(to);
-    for (int r = 0; r < rows; ++r) target[r] = source[r];
-}
-
-int nearestKept(const std::vector<int>& index, int polygon) {
-    for (int distance = 1; distance < static_cast<int>(index.size()); ++distance) {
-        for (int candidate : {polygon - distance, polygon + distance})
-            if (candidate >= 0 && candidate < static_cast<int>(index.size()) &&
-                index[static_cast<std::size_t>(candidate)] >= 0)
-                return index[static_cast<std::size_t>(candidate)];
-    }
-    return -1;
+// A name as the polygon would hold it: trimmed, then cut to the field.
+std::string storedName(const std::string& name) {
+    return FixedString<12>(trim(name)).str();
 }
 
 }  // namespace
 
-void PurgeDeletedPolygons(Model& m, Host& host) {
-    int kept = 0;
-    const std::vector<int> index = newIndexes(m, kept);
-    const int removed = m.LastPoly + 1 - kept;
-    if (removed == 0) return;
-
-    dropDeletedFromOrder(m, index);
-    for (int p = 0; p <= m.LastPoly; ++p) {
-        const int to = index[static_cast<std::size_t>(p)];
-        if (to < 0 || to == p) continue;
-        const auto from = static_cast<std::size_t>(p);
-        const auto target = static_cast<std::size_t>(to);
-        m.Poly[target] = m.Poly[from];
-        m.PolyC[target] = m.PolyC[from];
-        m.PolyM[target] = m.PolyM[from];
-        m.HarvAge[target] = m.HarvAge[from];
-        moveRows(m.VYield, p, to);
-        moveRows(m.VMix, p, to);
-        moveRows(m.TYield, p, to);
-    }
-    renumberOrder(m, index);
-
-    if (m.CurPoly >= 0 && m.CurPoly <= m.LastPoly) {
-        const int moved = index[static_cast<std::size_t>(m.CurPoly)];
-        m.CurPoly = toI2(moved >= 0 ? moved : nearestKept(index, m.CurPoly));
-    }
-    m.LastPoly = toI2(m.LastPoly - removed);
-    if (m.LastPoly >= 0)
-        ResizePolygonArrays(m, m.LastPoly + 1);
-    else
-        EmptyArrays(m);
-    if (host.views.polygonScreenOpen()) host.views.redisplayPolygons(m.CurPoly);
+void copyPolygonCurves(Model& m, int from, int to) {
+    copyRows(m.VYield, from, to);
+    copyRows(m.VMix, from, to);
+    copyRows(m.TYield, from, to);
+    m.HarvAge.at(static_cast<std::size_t>(to)) = m.HarvAge.at(static_cast<std::size_t>(from));
 }
 
-// Stubs until the lifecycle lands.
-std::string refusalText(const Model&, PolygonRefusal, bool) {
+std::string refusalText(const Model& m, PolygonRefusal refusal, bool rename) {
+    switch (refusal) {
+        case PolygonRefusal::BlankName:
+            return GetMessage(m.Messages, "&BLANKPOLYGON");
+        case PolygonRefusal::Duplicate:
+            return GetMessage(m.Messages, rename ? "&RENDUP" : "&DUPLICATE");
+        case PolygonRefusal::None:
+            break;
+    }
     return {};
 }
+
 void projectFollowingPolygon(PolyData& data, PolyCalc& calc, PolyMgmt& mgmt) {
     data = PolyData{};
     calc = PolyCalc{};
     mgmt = PolyMgmt{};
+    data.OAF1 = data.OAF2 = -1;
+    data.PCPERC = data.PCNEXT = -1;
+    data.HAR = {-1, -1};
+    calc.REGENDELAY = -1;
+    calc.MINCUTAGE = {-1, -1};
+    calc.MINCUTVOL = {-1.0f, -1.0f};
+    calc.MINCUTDBH = {-1.0f, -1.0f};
 }
-int findPolygonName(const Model&, std::string_view, int) {
+
+int findPolygonName(const Model& m, std::string_view name, int except) {
+    const std::string wanted = toUpper(trim(name));
+    for (int p = 0; p <= m.LastPoly; ++p) {
+        if (p == except) continue;
+        if (toUpper(m.Poly.at(static_cast<std::size_t>(p)).NAME.str()) == wanted) return p;
+    }
     return -1;
 }
-int appendPolygon(Model&, const PolyData&, const PolyCalc&, const PolyMgmt&) {
-    return -1;
+
+int appendPolygon(Model& m, const PolyData& data, const PolyCalc& calc, const PolyMgmt& mgmt) {
+    if (m.LastPoly == std::numeric_limits<int16_t>::max()) throw ArborexError(ErrOverflow);
+    const int p = m.LastPoly + 1;
+    // Arrays may hold more elements than LastPoly says (an empty project keeps one), so the
+    // new polygon's curves are zeroed rather than taken as they lie.
+    ResizePolygonArrays(m, p + 1);
+    m.LastPoly = static_cast<int16_t>(p);
+    const auto i = static_cast<std::size_t>(p);
+    m.Poly[i] = data;
+    m.PolyC[i] = calc;
+    m.PolyM[i] = mgmt;
+    m.PolyC[i].SORT = 0;
+    zeroRows(m.VYield, p);
+    zeroRows(m.VMix, p);
+    zeroRows(m.TYield, p);
+    m.HarvAge[i] = {};
+    return p;
 }
-AddOutcome addPolygon(Model&, const std::string&, int) {
-    return {};
+
+AddOutcome addPolygon(Model& m, const std::string& name, int source) {
+    const std::string stored = storedName(name);
+    if (stored.empty()) return {PolygonRefusal::BlankName, -1};
+    const int holder = findPolygonName(m, stored);
+    if (holder >= 0) return {PolygonRefusal::Duplicate, holder};
+
+    PolyData data = m.DefaultPoly;
+    PolyCalc calc = m.DefaultPolyC;
+    PolyMgmt mgmt = m.DefaultPolyM;
+    if (source >= 0) {
+        const std::size_t s = checkedIndex(m, source);
+        data = m.Poly[s];
+        calc = m.PolyC[s];
+        mgmt = m.PolyM[s];
+    }
+    data.NAME = stored;
+    const int p = appendPolygon(m, data, calc, mgmt);
+    if (source >= 0) {
+        copyPolygonCurves(m, source, p);
+    } else {
+        clearVYield(m, static_cast<int16_t>(p));
+        ClearTYield(m, static_cast<int16_t>(p));
+    }
+    return {PolygonRefusal::None, p};
 }
-void deletePolygon(Model&, int) {}
-void undeletePolygon(Model&, int) {}
-PolygonRefusal renamePolygon(Model&, int, const std::string&) {
+
+void deletePolygon(Model& m, int polygon) {
+    m.PolyC[checkedIndex(m, polygon)].DELETE = 1;
+    // With no live polygon left no row can be selected, so none is on screen.
+    for (int p = 0; p <= m.LastPoly; ++p)
+        if (m.PolyC[static_cast<std::size_t>(p)].DELETE == 0) return;
+    m.CurPoly = -1;
+}
+
+void undeletePolygon(Model& m, int polygon) {
+    m.PolyC[checkedIndex(m, polygon)].DELETE = 0;
+}
+
+PolygonRefusal renamePolygon(Model& m, int polygon, const std::string& answer) {
+    const std::size_t p = checkedIndex(m, polygon);
+    const std::string stored = storedName(answer);
+    if (stored.empty()) return PolygonRefusal::None;
+    if (findPolygonName(m, stored, polygon) >= 0) return PolygonRefusal::Duplicate;
+    m.Poly[p].NAME = stored;
     return PolygonRefusal::None;
 }
-int splitPolygons(Model&, float, float) {
-    return 0;
+
+bool curvesNotReady(const PolyData& data) {
+    const auto uses = [&data](int model) { return data.MGNT[0] == model || data.MGNT[1] == model; };
+    return (data.YIELDSTATE[0] < 3 && uses(0)) || (data.YIELDSTATE[1] < 3 && uses(1));
 }
-void reorderSpecies(Model&) {}
-void reorderPolygonSpecies(Model&, int) {}
-bool curvesNotReady(const PolyData&) {
-    return false;
+
+std::string polygonRowText(const Model& m, int polygon) {
+    const PolyData& data = m.Poly[checkedIndex(m, polygon)];
+    return curvesNotReady(data) ? "*" + data.NAME.str() : data.NAME.str();
 }
-std::string polygonRowText(const Model&, int) {
-    return {};
+
+std::vector<PolygonRow> DisplayPoly(Model& m) {
+    std::vector<PolygonRow> rows;
+    for (int p = 0; p <= m.LastPoly; ++p) {
+        PolyCalc& calc = m.PolyC.at(static_cast<std::size_t>(p));
+        if (calc.DELETE != 0) continue;
+        calc.LISTROW = toI2(static_cast<int>(rows.size()));
+        rows.push_back({polygonRowText(m, p), p});
+    }
+    if (rows.empty()) m.CurPoly = -1;
+    return rows;
 }
-std::vector<PolygonRow> DisplayPoly(Model&) {
-    return {};
+
+int displaySelection(int lastSelection, int rowCount) {
+    if (rowCount <= 0 || lastSelection < 0) return -1;
+    return lastSelection < rowCount ? lastSelection : rowCount - 1;
 }
-int displaySelection(int, int) {
-    return -1;
+
+void saveAsDefaultPolygon(Model& m, int polygon) {
+    const std::size_t p = checkedIndex(m, polygon);
+    m.DefaultPoly = m.Poly[p];
+    m.DefaultPolyC = m.PolyC[p];
+    m.DefaultPolyM = m.PolyM[p];
+    // The user's own copy is replaced, however its name is spelled on disk.
+    std::string path = findFileNoCase(m.Paths[UserDocuments], kDefaultPolygonFile);
+    if (path.empty()) path = m.Paths[UserDocuments] + kDefaultPolygonFile;
+    SaveDefaultPolygon(m, path);
 }
-void saveAsDefaultPolygon(Model&, int) {}
 
 }  // namespace arborex

@@ -39,8 +39,9 @@ enum class ChangeOutcome { NoChange, Kept, Restored };
 // mask 12, Yes default (index 2); No copies OldPoly* back (Restored). Kept: snapshot taken,
 // marks applied, updateVDYPmix on a VX change. The caller refreshes the screen and the row.
 ChangeOutcome polychanged(Model& m, Prompt& prompt);
-// DoYieldsNeedToBeUpdated(p): NewPoly* against polygon p with the import rules; applies the
-// marks and updateVDYPmix on a VX change, then copies NewPoly* over polygon p.
+// DoYieldsNeedToBeUpdated(p): NewPoly* against polygon p with the import rules; copies
+// NewPoly* over polygon p, then applies the marks and updateVDYPmix (with the new VX) on a VX
+// change, so that the stored polygon carries them.
 void DoYieldsNeedToBeUpdated(Model& m, int polygon);
 
 }  // namespace arborex
