@@ -8,6 +8,7 @@
 
 #include "base/numeric.hpp"
 #include "growth/growth_model.hpp"
+#include "model/polygon_lifecycle.hpp"
 #include "yield/harvest_ages.hpp"
 
 namespace arborex::bench {
@@ -220,6 +221,9 @@ void fillMixedStand(Model& m, int p, std::map<CurveKey, CurveRows>& vdypCache,
     const int siteIndex = 16 + static_cast<int>(scramble(p, 2) % 9);
 
     PolyData& poly = m.Poly[i];
+    PolyCalc& calc = m.PolyC[i];
+    PolyMgmt& mgmt = m.PolyM[i];
+    projectFollowingPolygon(poly, calc, mgmt);
     poly.NAME = "MX" + std::to_string(p);
     poly.AREA = 2.0f + static_cast<float>(scramble(p, 3) % 581) / 10.0f;
     const unsigned ageDraw = scramble(p, 4);
@@ -256,8 +260,6 @@ void fillMixedStand(Model& m, int p, std::map<CurveKey, CurveRows>& vdypCache,
         poly.TP[k] = c.tipsy[k].percent;
         poly.TI[k] = static_cast<int16_t>(k == 0 ? siteIndex : siteIndex - 2);
     }
-    poly.HAR = {-1, -1};
-    poly.PCPERC = poly.PCNEXT = -1;
     if (kind == StandKind::PartialCut) {
         poly.SILVI = 1;
         poly.PCPERC = 40;
@@ -279,15 +281,9 @@ void fillMixedStand(Model& m, int p, std::map<CurveKey, CurveRows>& vdypCache,
             break;
     }
 
-    PolyCalc& calc = m.PolyC[i];
     calc.SORT = calc.LISTROW = i2(p);
-    calc.REGENDELAY = -1;
     calc.VX.fill(1);
-    calc.MINCUTAGE = {-1, -1};
-    calc.MINCUTVOL = {-1.0f, -1.0f};
-    calc.MINCUTDBH = {-1.0f, -1.0f};
 
-    PolyMgmt& mgmt = m.PolyM[i];
     mgmt.TUTILIZ = kUtilisation;
     const bool roadBuilt = !isManaged(kind) && kind != StandKind::NotRestocked;
     if (roadBuilt && scramble(p, 5) % 3 == 0)

@@ -8,6 +8,7 @@
 
 #include "model/default_polygon.hpp"
 #include "model/model.hpp"
+#include "model/polygon_lifecycle.hpp"
 
 using namespace arborex;
 
@@ -16,33 +17,19 @@ namespace {
 void buildDefaultPolygon(Model& m) {
     ResetVars(m);
     PolyData& p = m.DefaultPoly;
+    PolyCalc& c = m.DefaultPolyC;
+    PolyMgmt& g = m.DefaultPolyM;
+    projectFollowingPolygon(p, c, g);
     p.VUTILIZ = 12.5f;  // cm: the usual close utilisation of the interior
     p.FIZ = "I";
     p.CLOSURE = -1;
     p.VAF = 1.0f;
     p.STOCKING = "0";
-    p.VP = {};
     p.DENSITY = 1600;  // planted stems per hectare
     p.REGEN = 1;
-    p.OAF1 = -1;
-    p.OAF2 = -1;
-    p.SILVI = 0;
-    p.PCPERC = -1;
-    p.PCNEXT = -1;
-    p.HAR = {-1, -1};
     p.MGNT = {0, 1};
-    p.YIELDSTATE = {0, 0};
-
-    PolyCalc& c = m.DefaultPolyC;
-    c.REGENDELAY = -1;
     c.VX.fill(1);
-    c.MINCUTVOL = {-1.0f, -1.0f};
-    c.MINCUTDBH = {-1.0f, -1.0f};
-    c.MINCUTAGE = {-1, -1};
-
-    PolyMgmt& g = m.DefaultPolyM;
     g.TUTILIZ = 12.5f;
-    g.NCDESC = "";
 }
 
 }  // namespace

@@ -21,6 +21,7 @@
 #include "base/unattended_host.hpp"
 #include "growth/growth_model.hpp"
 #include "model/model.hpp"
+#include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "model/reference_tables.hpp"
 #include "yield/harvest_ages.hpp"
@@ -111,9 +112,12 @@ double lastDate() {
 }
 constexpr std::streamoff kLastDateOffset = 232;
 
-void fillStand(Model& m, int p, const Stand& stand) {
-    const auto i = static_cast<std::size_t>(p);
-    PolyData& poly = m.Poly[i];
+// Adds the stand as the project's next polygon; returns its index.
+int addStand(Model& m, const Stand& stand) {
+    PolyData poly;
+    PolyCalc calc;
+    PolyMgmt mgmt;
+    projectFollowingPolygon(poly, calc, mgmt);
     poly.NAME = stand.name;
     poly.AREA = stand.area;
     poly.AGE = stand.age;
@@ -132,7 +136,6 @@ void fillStand(Model& m, int p, const Stand& stand) {
     poly.DENSITY = kPlantingDensity;
     poly.TAGETOTAL = stand.age;
     poly.REGEN = 1;
-    poly.OAF1 = poly.OAF2 = -1;
     // The leading species carries the stand's site index; the others grow a little worse.
     const auto siteIndex = static_cast<int16_t>(stand.siteIndex);
     for (std::size_t s = 0; s < stand.tipsy.size(); ++s) {
@@ -141,20 +144,8 @@ void fillStand(Model& m, int p, const Stand& stand) {
         poly.TI[s] = static_cast<int16_t>(s == 0 ? siteIndex : siteIndex - 2);
     }
     poly.SILVI = stand.silviculture;
-    poly.PCPERC = poly.PCNEXT = -1;
-    poly.HAR = {-1, -1};
     poly.MGNT = {stand.existing, Managed};
-    poly.YIELDSTATE = {0, 0};
-
-    PolyCalc& calc = m.PolyC[i];
-    calc.SORT = calc.LISTROW = static_cast<int16_t>(p);
-    calc.REGENDELAY = -1;
     calc.VX.fill(1);
-    calc.MINCUTVOL = {-1.0f, -1.0f};
-    calc.MINCUTDBH = {-1.0f, -1.0f};
-    calc.MINCUTAGE = {-1, -1};
-
-    PolyMgmt& mgmt = m.PolyM[i];
     mgmt.ROADAREA = stand.roadArea;
     mgmt.TUTILIZ = kUtilisation;
     if (stand.existing == NotRestocked) mgmt.NSRRESTOCKIN = 2;
@@ -163,6 +154,11 @@ void fillStand(Model& m, int p, const Stand& stand) {
         mgmt.NCDESC = "Open Fd on rock outcrop";
         mgmt.NCHEIGHT = stand.height;
     }
+    const int p = appendPolygon(m, poly, calc, mgmt);
+    // The calculation takes the stands in the order they are listed.
+    PolyCalc& added = m.PolyC[static_cast<std::size_t>(p)];
+    added.SORT = added.LISTROW = toI2(p);
+    return p;
 }
 
 // Tenths, as the curve store keeps them; a value past its top is held there.
@@ -255,13 +251,7 @@ void fillCurves(Model& m, int p, const Stand& stand) {
 
 void buildSample(Model& m) {
     programDefaults(m);
-    const int count = static_cast<int>(stands().size());
-    ResizePolygonArrays(m, count);
-    m.LastPoly = static_cast<int16_t>(count - 1);
-    for (int p = 0; p < count; ++p) {
-        fillStand(m, p, stands()[static_cast<std::size_t>(p)]);
-        fillCurves(m, p, stands()[static_cast<std::size_t>(p)]);
-    }
+    for (const Stand& stand : stands()) fillCurves(m, addStand(m, stand), stand);
     UpdateYields(m);  // confirms the curves and works out their harvest ages
 
     // The calculation opens ready for a search over the Crown and private land.

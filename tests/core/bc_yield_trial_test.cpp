@@ -15,6 +15,7 @@
 #include "frame/startup.hpp"
 #include "harvest/calculate.hpp"
 #include "harvest/simulation.hpp"
+#include "model/polygon_lifecycle.hpp"
 #include "report/schedule_issues.hpp"
 #include "support/bc_yield_tables.hpp"
 #include "support/calc_fixture.hpp"
@@ -45,21 +46,17 @@ int16_t speciesIndex(const Model& m, const std::string& code) {
 // twice when two inventory species fall into it (SE 50 and SE 30): they share one slot. As the
 // VDYP import leaves a curve, MAI is the table's net volume over age, and Vol is then rebuilt
 // as the sum of the species slots.
-void addStand(Model& m, int p, const YieldTable& t) {
-    const auto i = static_cast<std::size_t>(p);
-    PolyData& poly = m.Poly[i];
+void addStand(Model& m, const YieldTable& t) {
+    PolyData poly;
+    PolyCalc calc;
+    PolyMgmt mgmt;
+    projectFollowingPolygon(poly, calc, mgmt);
     poly.NAME = t.name;
-    poly.AREA = 5.0f + 3.0f * static_cast<float>(p);  // 5 to 41 ha, 299 ha in all
+    poly.AREA = 5.0f + 3.0f * static_cast<float>(m.LastPoly + 1);  // 5 to 41 ha, 299 ha in all
     poly.AGE = toI2(t.currentAge);
     poly.MGNT = {0, 0};
-    poly.HAR = {-1, -1};
     poly.YIELDSTATE = {2, 0};
-    PolyCalc& calc = m.PolyC[i];
-    calc.SORT = calc.LISTROW = static_cast<int16_t>(p);
-    calc.REGENDELAY = -1;
     calc.VX.fill(1);
-    calc.MINCUTAGE = {-1, -1};
-    calc.MINCUTVOL = calc.MINCUTDBH = {-1.0f, -1.0f};
 
     std::array<std::size_t, 6> slotOf{};
     std::size_t used = 0;
@@ -73,6 +70,9 @@ void addStand(Model& m, int p, const YieldTable& t) {
         poly.VP[slot] = toI2(poly.VP[slot] + roundHalfEven(t.species[c].second));
         slotOf[c] = slot;
     }
+    const int p = appendPolygon(m, poly, calc, mgmt);
+    PolyCalc& added = m.PolyC[static_cast<std::size_t>(p)];
+    added.SORT = added.LISTROW = toI2(p);
     const ProjectSettings& s = m.Settings;
     for (int k = 0; k <= s.YieldRows[0]; ++k) {
         const int age = gridAge(s, k);
@@ -99,9 +99,7 @@ protected:
         LoadReferenceData(m, fx.host);
         tables = readBcYieldTables(fx.host);
         ASSERT_EQ(tables.size(), 13u);
-        ResizePolygonArrays(m, static_cast<int>(tables.size()));
-        m.LastPoly = static_cast<int16_t>(tables.size() - 1);
-        for (int p = 0; p <= m.LastPoly; ++p) addStand(m, p, tables[static_cast<std::size_t>(p)]);
+        for (const YieldTable& table : tables) addStand(m, table);
         UpdateYields(m);  // confirms the curves, as after an import
     }
 

@@ -1,5 +1,7 @@
 #include "support/calc_fixture.hpp"
 
+#include "model/polygon_lifecycle.hpp"
+
 namespace arborex::test {
 
 CalcFixture::CalcFixture(const std::vector<TestStand>& stands) {
@@ -12,13 +14,12 @@ CalcFixture::CalcFixture(const std::vector<TestStand>& stands) {
     m.Ref.SpeciesVCount = 1;
     m.Ref.SpeciesT.push_back(pine);
     m.Ref.SpeciesTCount = 1;
-    const int count = static_cast<int>(stands.size());
-    ResizePolygonArrays(m, count);
-    m.LastPoly = static_cast<int16_t>(count - 1);
-    for (int p = 0; p < count; ++p) {
-        const TestStand& stand = stands[static_cast<std::size_t>(p)];
-        PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
-        poly.NAME = stand.name.empty() ? "P" + std::to_string(p) : stand.name;
+    for (const TestStand& stand : stands) {
+        PolyData poly;
+        PolyCalc calc;
+        PolyMgmt mgmt;
+        projectFollowingPolygon(poly, calc, mgmt);
+        poly.NAME = stand.name.empty() ? "P" + std::to_string(m.LastPoly + 1) : stand.name;
         poly.AREA = stand.area;
         poly.AGE = stand.age;
         poly.MGNT = {stand.existing, stand.future};
@@ -30,13 +31,9 @@ CalcFixture::CalcFixture(const std::vector<TestStand>& stands) {
         poly.TS[0] = "PL";
         poly.TSIDX[0] = 1;
         poly.TP[0] = 100;
-        poly.PCPERC = poly.PCNEXT = -1;
-        PolyCalc& calc = m.PolyC[static_cast<std::size_t>(p)];
-        calc.SORT = 1;
-        calc.REGENDELAY = -1;
         calc.VX = {1, 0, 0, 0, 0, 0};
-        calc.MINCUTAGE = {-1, -1};
-        calc.MINCUTVOL = calc.MINCUTDBH = {-1.0f, -1.0f};
+        const int p = appendPolygon(m, poly, calc, mgmt);
+        m.PolyC[static_cast<std::size_t>(p)].SORT = 1;
         for (int k = 0; k < m.VYield.rowCount(); ++k) {
             const int age = m.Settings.YieldMinAge[0] + k * m.Settings.YieldIncAge[0];
             const auto tenths = static_cast<int16_t>(stand.volumePerYear * 10.0f * age);
