@@ -313,8 +313,10 @@ void writeResult(const Model& m, const ActionResult& result, const std::string& 
                  std::ostream& out) {
     if (!asJson) {
         for (const std::string& line : result.lines) out << latin1ToUtf8(line) << '\n';
+        // Some boxes say "Warning:" themselves.
         for (const std::string& warning : warnings)
-            out << "Warning: " << latin1ToUtf8(warning) << '\n';
+            out << (warning.rfind("Warning", 0) == 0 ? "" : "Warning: ") << latin1ToUtf8(warning)
+                << '\n';
         if (!result.changed.empty()) writePolygonRows(m, result.changed, out);
         out << "Wrote " << saved << " (" << m.LastPoly + 1 << " polygons)\n";
         return;
