@@ -282,7 +282,6 @@ void fillMixedStand(Model& m, int p, std::map<CurveKey, CurveRows>& vdypCache,
     }
 
     calc.SORT = calc.LISTROW = i2(p);
-    calc.VX.fill(1);
 
     mgmt.TUTILIZ = kUtilisation;
     const bool roadBuilt = !isManaged(kind) && kind != StandKind::NotRestocked;

@@ -28,7 +28,6 @@ void buildDefaultPolygon(Model& m) {
     p.DENSITY = 1600;  // planted stems per hectare
     p.REGEN = 1;
     p.MGNT = {0, 1};
-    c.VX.fill(1);
     g.TUTILIZ = 12.5f;
 }
 

@@ -145,7 +145,6 @@ int addStand(Model& m, const Stand& stand) {
     }
     poly.SILVI = stand.silviculture;
     poly.MGNT = {stand.existing, Managed};
-    calc.VX.fill(1);
     mgmt.ROADAREA = stand.roadArea;
     mgmt.TUTILIZ = kUtilisation;
     if (stand.existing == NotRestocked) mgmt.NSRRESTOCKIN = 2;

@@ -56,7 +56,6 @@ void addStand(Model& m, const YieldTable& t) {
     poly.AGE = toI2(t.currentAge);
     poly.MGNT = {0, 0};
     poly.YIELDSTATE = {2, 0};
-    calc.VX.fill(1);
 
     std::array<std::size_t, 6> slotOf{};
     std::size_t used = 0;

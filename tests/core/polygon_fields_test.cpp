@@ -74,6 +74,8 @@ TEST_F(PolygonFields, CommitClampsAndShowsEachFieldByItsRow) {
 
 TEST_F(PolygonFields, BracketsShowTheSettingOrTheCalculatedValue) {
     m.Settings.REGENDELAY = 4;
+    m.PolyM[0].ROADAREA = 1.05f;  // shown as the float holds it, not as its widened double
+    EXPECT_EQ(polygonFieldText(m, 0, {PolyField::ROADAREA}), "1.1");
     EXPECT_EQ(polygonFieldText(m, 0, {PolyField::REGENDELAY}), "[4]");
     m.HarvAge[0][0].HarvestAge = 80;
     m.HarvAge[0][1].HarvestAge = 70;

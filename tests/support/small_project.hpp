@@ -25,7 +25,6 @@ inline Model smallProject(std::initializer_list<const char*> names) {
         data.NAME = name;
         data.AREA = 10.0f;
         data.YIELDSTATE = {3, 3};
-        calc.VX.fill(1);
         appendPolygon(m, data, calc, mgmt);
     }
     return m;

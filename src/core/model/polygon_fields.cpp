@@ -136,10 +136,21 @@ FieldPtr fieldOf(Model& m, int polygon, FieldRef ref) {
     throw ArborexError(ErrSubscript);
 }
 
+// Only read through: the field table is shared with the commit.
+FieldPtr readOnly(const Model& m, int polygon, FieldRef ref) {
+    return fieldOf(const_cast<Model&>(m), polygon, ref);
+}
+
 double valueOf(const Model& m, int polygon, FieldRef ref) {
-    // Only read through: the field table is shared with the commit.
-    const FieldPtr field = fieldOf(const_cast<Model&>(m), polygon, ref);
-    return std::visit([](auto* value) { return static_cast<double>(*value); }, field);
+    return std::visit([](auto* value) { return static_cast<double>(*value); },
+                      readOnly(m, polygon, ref));
+}
+
+// A float shows as its own digits (1.05f as "1.1" in "0.0"), not as its widened double.
+std::string shown(FieldPtr field, const std::string& format) {
+    if (auto* f = std::get_if<float*>(&field)) return formatNumber(**f, format);
+    if (auto* i = std::get_if<int16_t*>(&field)) return formatNumber(static_cast<int>(**i), format);
+    return formatNumber(static_cast<int>(*std::get<int32_t*>(field)), format);
 }
 
 void store(FieldPtr field, double value) {
@@ -205,9 +216,9 @@ std::string polygonFieldText(const Model& m, int polygon, FieldRef field) {
     if (field.field == PolyField::VSITEINDEX) return vsiText(m, polygon);
     if (field.field == PolyField::CLOSURE) return vccText(m, polygon);
     const FieldRule& rule = ruleOf(field.field);
-    const double value = valueOf(m, polygon, field);
-    if (rule.hasDefault && value == -1.0) return defaultText(m, polygon, field.field);
-    return formatNumber(value, pattern(rule.decimals));
+    if (rule.hasDefault && valueOf(m, polygon, field) == -1.0)
+        return defaultText(m, polygon, field.field);
+    return shown(readOnly(m, polygon, field), pattern(rule.decimals));
 }
 
 std::string commitPolygonField(Model& m, Prompt& prompt, int polygon, FieldRef field,

@@ -69,6 +69,7 @@ void projectFollowingPolygon(PolyData& data, PolyCalc& calc, PolyMgmt& mgmt) {
     data.PCPERC = data.PCNEXT = -1;
     data.HAR = {-1, -1};
     calc.REGENDELAY = -1;
+    calc.VX.fill(1);
     calc.MINCUTAGE = {-1, -1};
     calc.MINCUTVOL = {-1.0f, -1.0f};
     calc.MINCUTDBH = {-1.0f, -1.0f};

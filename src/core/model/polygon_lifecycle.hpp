@@ -17,9 +17,11 @@ enum class PolygonRefusal { None, BlankName, Duplicate };
 std::string refusalText(const Model& m, PolygonRefusal refusal, bool rename);
 
 // A polygon that follows the project wherever it can: REGENDELAY, OAF1, OAF2, PCPERC, PCNEXT,
-// HAR[0..1] at -1, MINCUTAGE {-1,-1}, MINCUTVOL/MINCUTDBH {-1.0f,-1.0f}; everything else zero or
-// blank. The one routine that makes a new polygon's records for programs without the default
-// polygon (make_sample, tests/support/calc_fixture, the BC trial, make_default_def, bench).
+// HAR[0..1] at -1, MINCUTAGE {-1,-1}, MINCUTVOL/MINCUTDBH {-1.0f,-1.0f}; every VX at 1 (each
+// species counts toward the cut, as in an empty project's default polygon); everything else
+// zero or blank. The one routine that makes a new polygon's records for programs without the
+// default polygon (make_sample, tests/support/calc_fixture, the BC trial, make_default_def,
+// bench, the batch).
 void projectFollowingPolygon(PolyData& data, PolyCalc& calc, PolyMgmt& mgmt);
 
 // Index of the polygon whose trimmed, upper-cased name equals `name`'s; deleted polygons
@@ -40,7 +42,8 @@ struct AddOutcome {
 // HarvAge records are copied. NAME is the trimmed name (cut to 12). Refusals change nothing.
 AddOutcome addPolygon(Model& m, const std::string& name, int source);
 
-// mniDelPoly / frmUndelete's cmdUndelete: DELETE to 1 / 0. Nothing else moves.
+// mniDelPoly / frmUndelete's cmdUndelete: DELETE to 1 / 0. Nothing else moves, except that
+// deleting the last live polygon leaves no polygon on screen: CurPoly -1.
 void deletePolygon(Model& m, int polygon);
 void undeletePolygon(Model& m, int polygon);
 
@@ -72,7 +75,7 @@ struct PolygonRow {
     int polygon;
 };
 // DisplayPoly's rows: the live polygons in index order; stores each one's row number in
-// PolyC.LISTROW.
+// PolyC.LISTROW. With no row CurPoly becomes -1.
 std::vector<PolygonRow> DisplayPoly(Model& m);
 // The row DisplayPoly selects: `lastSelection`, or the last row when that is past the end;
 // -1 when there are no rows.
