@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPixmap>
 #include <QRadioButton>
 #include <QWidget>
@@ -14,9 +16,11 @@
 #include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
+#include "ui/frm_add.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/frm_harv_param.hpp"
+#include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
 #include "ui/ui_helpers.hpp"
@@ -33,6 +37,33 @@ bool save(QWidget& screen, const QDir& folder, const QString& name) {
     const bool saved = screen.grab().save(path);
     std::cerr << (saved ? "wrote " : "cannot write ") << ss(path) << '\n';
     return saved;
+}
+
+// Shows on the polygon screen the first live polygon whose existing management is `manage`
+// (0 a natural stand, 1 a managed one). False when the project has none.
+bool showPolygonManagedBy(frmPolygon& screen, const Model& m, int manage) {
+    auto* list = screen.findChild<QListWidget*>("lstMapPoly");
+    for (int row = 0; list && row < list->count(); ++row) {
+        const auto p = static_cast<std::size_t>(list->item(row)->data(Qt::UserRole).toInt());
+        if (m.Poly[p].MGNT[0] != manage) continue;
+        list->setCurrentRow(row);
+        return true;
+    }
+    std::cerr << "arborex --grab: no polygon of management " << manage << '\n';
+    return false;
+}
+
+// The polygon screen on a natural and on a managed stand, with the help of a field showing.
+bool savePolygonScreens(frmPolygon& screen, const Model& m, const QDir& folder) {
+    screen.resize(1280, 800);
+    screen.show();
+    if (auto* area = screen.findChild<QLineEdit*>("txtPData_0")) {
+        screen.activateWindow();
+        area->setFocus();
+    }
+    bool ok = showPolygonManagedBy(screen, m, 0) && save(screen, folder, "frmPolygon");
+    ok = showPolygonManagedBy(screen, m, 1) && save(screen, folder, "frmPolygon-managed") && ok;
+    return ok;
 }
 
 }  // namespace
@@ -65,6 +96,15 @@ int grabScreens(const std::string& folder, const std::string& project,
     ok = save(settingsScreen, target, "frmSettingsReg") && ok;
     frmHarvParam harvest(*m, host, &main);
     ok = save(harvest, target, "frmHarvParam") && ok;
+    {
+        // The default polygon is read from the installation; nothing is copied for a user.
+        if (m->Paths[UserDocuments].empty()) m->Paths[UserDocuments] = dataFolder;
+        frmPolygon polygons(*m, host, &main);
+        ok = savePolygonScreens(polygons, *m, target) && ok;
+        frmAdd add(*m, host, &polygons);
+        ok = save(add, target, "frmAdd") && ok;
+        polygons.hide();
+    }
 
     CalcRun run;
     frmCalc calc(*m, host, run, &main);

@@ -23,6 +23,7 @@
 #include "model/recent_files.hpp"
 #include "ui/frm_about.hpp"
 #include "ui/frm_calc.hpp"
+#include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
 #include "ui/startup_sequence.hpp"
@@ -52,7 +53,7 @@ constexpr std::array<ViewButton, 6> kViewButtons = {{
 
 // Screens of the views that this build provides; the buttons of the others stay disabled.
 bool screenExists(int view) {
-    return view == 0 || view == 3 || view == 7;
+    return view == 0 || view == 1 || view == 3 || view == 7;
 }
 
 }  // namespace
@@ -168,6 +169,12 @@ void frmArbo::view(int n) {
     if (n == 0) {
         if (!project_) project_ = new frmProject(m_, host_, this);
         screen = project_;
+    } else if (n == 1) {
+        if (!polygon_) {
+            polygon_ = new frmPolygon(m_, host_, this);
+            connect(polygon_, &frmPolygon::polygonsChanged, this, &frmArbo::refreshButtons);
+        }
+        screen = polygon_;
     } else if (n == 3) {
         if (!calc_) calc_ = new frmCalc(m_, host_, calcRun_, this);
         screen = calc_;
@@ -186,6 +193,10 @@ void frmArbo::view(int n) {
     screen->activateWindow();
 }
 
+frmPolygon* frmArbo::polygonScreen() const {
+    return polygon_;
+}
+
 void frmArbo::showMenu() {
     show();
     raise();
@@ -194,6 +205,7 @@ void frmArbo::showMenu() {
 
 void frmArbo::UpdateCaption() {
     arborex::UpdateCaption(*this, m_, kProgramTitle);
+    if (polygon_) polygon_->UpdateCaption();
 }
 
 void frmArbo::refreshButtons() {

@@ -18,6 +18,7 @@ class QPushButton;
 namespace arborex {
 
 class frmCalc;
+class frmPolygon;
 class frmProject;
 class frmSettingsReg;
 
@@ -42,6 +43,8 @@ public:
     void EndProgram(bool& cancel);
     // Shows the about box as a timed splash.
     void showSplash();
+    // The polygon screen while it is open, else nullptr.
+    frmPolygon* polygonScreen() const;
 
     // What ends the process once the user confirmed; tests replace it.
     void setEndAction(std::function<void()> endProcess) { endProcess_ = std::move(endProcess); }
@@ -83,6 +86,7 @@ private:
     QPointer<frmProject> project_;
     QPointer<frmSettingsReg> settings_;
     QPointer<frmCalc> calc_;
+    QPointer<frmPolygon> polygon_;
     // The calculation's state outlives its screen: reopening expands the curves into the memory
     // the last opening left, which is most of the cost of opening a large project.
     CalcRun calcRun_;

@@ -1,6 +1,7 @@
 #include "ui/qt_views.hpp"
 
 #include "ui/frm_arbo.hpp"
+#include "ui/frm_polygon.hpp"
 
 namespace arborex {
 
@@ -10,6 +11,14 @@ void QtViews::recentFilesChanged() {
 
 void QtViews::projectRenamed() {
     if (main_) main_->UpdateCaption();
+}
+
+bool QtViews::polygonScreenOpen() {
+    return main_ && main_->polygonScreen() && main_->polygonScreen()->isVisible();
+}
+
+void QtViews::redisplayPolygons(int select) {
+    if (polygonScreenOpen()) main_->polygonScreen()->redisplayPolygons(select);
 }
 
 }  // namespace arborex

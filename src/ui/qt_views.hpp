@@ -1,6 +1,7 @@
 #pragma once
 // The open screens as the core sees them: the main screen hears of recent-list and project-name
-// changes. Created before the main screen (the Host needs it), attached once that exists.
+// changes, and its polygon screen, while open, of polygons replaced or renumbered. Created
+// before the main screen (the Host needs it), attached once that exists.
 
 #include "base/host.hpp"
 
@@ -14,6 +15,8 @@ public:
 
     void recentFilesChanged() override;
     void projectRenamed() override;
+    bool polygonScreenOpen() override;
+    void redisplayPolygons(int select) override;
 
 private:
     frmArbo* main_ = nullptr;

@@ -98,8 +98,9 @@ private slots:
             auto* button = s.child<QPushButton>(qPrintable(QString("cmdView_%1").arg(i)));
             QCOMPARE(button->text(), captions[i]);
             QVERIFY(!s.child<QLabel>(qPrintable(QString("lbl_%1").arg(i)))->text().isEmpty());
-            // Without a polygon only the project information and the settings can open.
-            QCOMPARE(button->isEnabled(), i == 0 || i == 5);
+            // Without a polygon only the project information, the polygons (to add the first)
+            // and the settings can open.
+            QCOMPARE(button->isEnabled(), i == 0 || i == 1 || i == 5);
         }
         QCOMPARE(s.child<QPushButton>("cmdExit")->text(), QString("E&xit Program"));
         QCOMPARE(s.child<QPushButton>("cmdAbout")->text(), QString("A&bout"));
