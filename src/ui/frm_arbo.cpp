@@ -197,6 +197,12 @@ frmPolygon* frmArbo::polygonScreen() const {
     return polygon_;
 }
 
+void frmArbo::redisplayPolygonScreen() {
+    // The load's own request to the views comes before the species are bound and the harvest
+    // ages computed; the list is shown again once the project is complete.
+    if (polygon_ && polygon_->isVisible()) polygon_->redisplayPolygons(m_.LastPoly);
+}
+
 void frmArbo::showMenu() {
     show();
     raise();
@@ -287,6 +293,7 @@ void frmArbo::mniNew_Click() {
         refreshButtons();
         refreshRecentMenu();
         UpdateCaption();
+        redisplayPolygonScreen();
     });
 }
 
@@ -295,6 +302,7 @@ void frmArbo::openProject(const std::string& path, int recentIndex) {
     guarded(recentIndex < 0 ? "mniOpen_Click" : "mnLast_Click", [&] {
         const bool loaded = LoadARX(m_, host_, path);
         refreshButtons();
+        redisplayPolygonScreen();
         if (!loaded) return;
         if (recentIndex < 0) {
             AddLast(m_, host_, path);

@@ -65,6 +65,8 @@ private:
     void openProject(const std::string& path, int recentIndex);
     void saveAsOlderVersion(int16_t version, const std::string& suffix);
     void openAddress(const QString& address);
+    // A new or opened project replaced the polygons: an open polygon screen lists them again.
+    void redisplayPolygonScreen();
 
     void cmdExit_Click();
     void cmdAbout_Click();

@@ -12,6 +12,7 @@
 #include "gui_fixture.hpp"
 #include "modal_driver.hpp"
 #include "model/polygon_lifecycle.hpp"
+#include "model/project_file.hpp"
 #include "model/species_binding.hpp"
 #include "support/test_install.hpp"
 #include "ui/frm_arbo.hpp"
@@ -283,6 +284,38 @@ private slots:
         QCOMPARE(s.poly(0).AREA, 12.0f);
     }
 
+    void psyuLookupAndSavingTheDefault() {
+        PolygonScreen s;
+        s.open();
+        test::whenModalShown([](QWidget* lookup) {
+            auto* list = lookup->findChild<QListWidget*>("lstPSYU");
+            list->setCurrentRow(1);
+            lookup->findChild<QPushButton*>("cmdDone")->click();
+        });
+        QTest::mouseClick(s.child<QPushButton>("cmdPSYULookup"), Qt::LeftButton);
+        QCOMPARE(s.poly(2).PSYU, int16_t{102});
+        QCOMPARE(s.text("txtVData_4"), QString("102"));
+        QCOMPARE(s.child<QLabel>("lblPSYUName")->text(), QString("Quadra"));
+
+        s.trigger("mniSaveDefault");
+        QCOMPARE(s.child<QPlainTextEdit>("txtHelp")->toPlainText(),
+                 QString("Current polygon saved as default"));
+        QCOMPARE(s.gui.m.DefaultPoly.PSYU, int16_t{102});
+        QVERIFY(std::filesystem::exists(s.gui.m.Paths[UserDocuments] + "DEFAULT.DEF"));
+    }
+
+    // Below the first user level changes are kept without a question.
+    void userLevelZeroKeepsWithoutAsking() {
+        PolygonScreen s;
+        s.gui.m.Settings.USERLEVEL = 0;
+        s.open();
+        s.enter("txtTData_0", "2000");
+        s.list()->setCurrentRow(0);
+        QVERIFY(s.gui.shown().empty());
+        QCOMPARE(s.poly(2).DENSITY, 2000);
+        QCOMPARE(s.poly(2).YIELDSTATE[1], int16_t{1});
+    }
+
     // From the main screen: Polygon Data opens even for an empty project, and a purge there
     // rebuilds the open screen's list.
     void openedFromTheMainScreenFollowsAPurge() {
@@ -304,6 +337,32 @@ private slots:
         QCOMPARE(list->item(0)->text(), QString("P2"));
         QCOMPARE(s.gui.m.Poly[static_cast<std::size_t>(s.gui.m.CurPoly)].NAME.str(),
                  list->currentItem()->text().toStdString());
+        screen->close();
+    }
+
+    // A project opened or begun on the main screen replaces the open screen's list.
+    void aNewOrOpenedProjectReplacesTheList() {
+        PolygonScreen s;
+        const std::string path = s.gui.dir.file("three.arx");
+        SaveArx(s.gui.m, s.gui.host, path, kCurrentFileVersion, false);
+        frmArbo main(s.gui.m, s.gui.host);
+        s.gui.views.setMainScreen(&main);
+        main.view(1);
+        auto* screen = main.findChild<frmPolygon*>("frmPolygon");
+        auto* list = screen->findChild<QListWidget*>("lstMapPoly");
+
+        s.gui.answers().push_back(Answer::Ok);
+        main.findChild<QAction*>("mniNew")->trigger();
+        QCOMPARE(list->count(), 0);
+        QCOMPARE(s.gui.m.CurPoly, int16_t{-1});
+        QVERIFY(screen->findChild<QLineEdit*>("txtPData_0")->text().isEmpty());
+
+        s.gui.prompt.script.files.push_back(FileChoice{path, 1});
+        main.findChild<QAction*>("mniOpen")->trigger();
+        QCOMPARE(list->count(), 3);
+        QCOMPARE(list->currentItem()->text(), QString("P3"));
+        QCOMPARE(screen->findChild<QLineEdit*>("txtPData_0")->text(), QString("50.0"));
+        QVERIFY(screen->windowTitle().endsWith("three"));
         screen->close();
     }
 };
