@@ -35,6 +35,8 @@ frmPolygon::frmPolygon(Model& m, Host& host, QWidget* parent)
     bar->setObjectName("mnuBar");
     buildMenus(bar);
 
+    // Built in the order the tab key visits them: the list first.
+    QWidget* listPanel = buildListPanel();
     auto* middle = new QVBoxLayout;
     middle->addWidget(buildCommonGroup());
     middle->addWidget(buildHarvestGroup());
@@ -48,7 +50,7 @@ frmPolygon::frmPolygon(Model& m, Host& host, QWidget* parent)
     right->addLayout(columns, 1);
     right->addWidget(buildHelpPane());
     auto* body = new QHBoxLayout;
-    body->addWidget(buildListPanel());
+    body->addWidget(listPanel);
     body->addLayout(right, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setMenuBar(bar);

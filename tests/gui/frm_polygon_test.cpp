@@ -249,6 +249,36 @@ private slots:
         QCOMPARE(s.rows(), QStringList({"P1", "P2", "P3", "*Renamed"}));
     }
 
+    // A blank name is refused; a polygon chosen in the list is copied, curves and all.
+    void addACopyOfAPolygon() {
+        PolygonScreen s(2);
+        s.poly(0).VSITEINDEX = 17.5f;
+        s.open();
+        test::whenModalShown([&s](QWidget* add) {
+            add->findChild<QPushButton*>("cmdAdd")->click();
+            QCOMPARE(s.gui.shown().back().text,
+                     refusalText(s.gui.m, PolygonRefusal::BlankName, false));
+            add->findChild<QLineEdit*>("txtPoly")->setText("Copy");
+            add->findChild<QListWidget*>("lstDefaults")->item(0)->setSelected(true);
+            add->findChild<QPushButton*>("cmdAdd")->click();
+        });
+        s.trigger("mniAddPoly");
+        QCOMPARE(s.rows(), QStringList({"P1", "P2", "Copy"}));  // its curves are current
+        QCOMPARE(s.poly(2).VSITEINDEX, 17.5f);
+        QCOMPARE(s.text("txtVData_0"), QString("17.5"));
+    }
+
+    // Deleting the only row leaves an empty list, nothing on screen and the fields locked.
+    void deletingTheOnlyPolygon() {
+        PolygonScreen s(1);
+        s.open();
+        s.trigger("mniDelPoly");
+        QCOMPARE(s.list()->count(), 0);
+        QCOMPARE(s.gui.m.CurPoly, int16_t{-1});
+        QVERIFY(s.text("txtPData_0").isEmpty());
+        QVERIFY(!s.child<QAction>("mniDelPoly")->isEnabled());
+    }
+
     void splitAsksThenCutsLargePolygons() {
         PolygonScreen s(1);
         s.open();
