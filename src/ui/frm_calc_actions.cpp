@@ -9,9 +9,6 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <algorithm>
 
@@ -28,6 +25,7 @@
 #include "ui/frm_calc.hpp"
 #include "ui/frm_calc_sort_ls.hpp"
 #include "ui/frm_harv_param.hpp"
+#include "ui/print_screen.hpp"
 #include "ui/ui_helpers.hpp"
 #include "yield/harvest_ages.hpp"
 
@@ -196,21 +194,7 @@ void frmCalc::mnuCopyTable_Click() {
 }
 
 void frmCalc::mnuPrintScreen_Click() {
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() != QDialog::Accepted) return;
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        host_.prompt.tell(kProgramTitle, "The form can't be printed.");
-        return;
-    }
-    // The screen as it stands, scaled to fit the page.
-    const QRect page = painter.viewport();
-    const double scale = std::min(static_cast<double>(page.width()) / width(),
-                                  static_cast<double>(page.height()) / height());
-    painter.scale(scale, scale);
-    render(&painter);
-    painter.end();
+    if (!printScreen(*this)) host_.prompt.tell(kProgramTitle, "The form can't be printed.");
 }
 
 }  // namespace arborex

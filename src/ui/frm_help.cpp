@@ -51,7 +51,7 @@ frmHelp::frmHelp(const MessageCatalogue& catalogue, const std::string& tag, QWid
 }
 
 void frmHelp::setTag(const std::string& tag) {
-    QString text = qs(GetMessage2(catalogue_, tag));
+    QString text = lq(GetMessage2(catalogue_, tag));
     text.replace("\r\n", "\n");
     txtHelp_->setPlainText(text);
 }

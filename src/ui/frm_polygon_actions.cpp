@@ -4,10 +4,7 @@
 
 #include <QLabel>
 #include <QListWidget>
-#include <QPainter>
 #include <QPlainTextEdit>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <algorithm>
 
 #include "base/number_text.hpp"
@@ -18,6 +15,7 @@
 #include "ui/frm_psyu.hpp"
 #include "ui/frm_psyu_lookup.hpp"
 #include "ui/frm_undelete.hpp"
+#include "ui/print_screen.hpp"
 #include "ui/ui_helpers.hpp"
 #include "yield/polygon_changes.hpp"
 
@@ -152,23 +150,9 @@ void frmPolygon::mniSaveDefault_Click() {
 }
 
 void frmPolygon::mnuPrintScreen_Click() {
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, this);
-    if (dialog.exec() != QDialog::Accepted) return;
     // The note about confirming changes is for the screen, not the paper.
-    lblNoChange_->hide();
-    QPainter painter;
-    const bool printing = painter.begin(&printer);
-    if (printing) {
-        const QRect page = painter.viewport();
-        const double scale = std::min(static_cast<double>(page.width()) / width(),
-                                      static_cast<double>(page.height()) / height());
-        painter.scale(scale, scale);
-        render(&painter);
-        painter.end();
-    }
-    lblNoChange_->show();
-    if (!printing) host_.prompt.tell(kProgramTitle, "The form can't be printed.");
+    if (!printScreen(*this, lblNoChange_))
+        host_.prompt.tell(kProgramTitle, "The form can't be printed.");
 }
 
 // ---- PSYU --------------------------------------------------------------------------------------
