@@ -28,6 +28,7 @@
 #include "ui/frm_settings_reg.hpp"
 #include "ui/startup_sequence.hpp"
 #include "ui/ui_helpers.hpp"
+#include "yield/work_files.hpp"
 
 namespace arborex {
 
@@ -248,7 +249,7 @@ void frmArbo::EndProgram(bool& cancel) {
                                            Buttons::OkCancel, Answer::Ok, Icon::Question);
     cancel = answer != Answer::Ok;
     if (cancel) return;
-    DeleteTempFiles(m_);
+    deleteWorkFiles(m_);
     ending_ = true;
     endProcess_();
 }

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <filesystem>
 #include <fstream>
 
 #include "frame/startup.hpp"
@@ -70,37 +68,6 @@ TEST(CommandLine, AMissingProjectIsToldAndForgotten) {
     std::string none;
     dropMissingProject(prompt, none);
     EXPECT_EQ(prompt.shown.size(), 1u);
-}
-
-TEST(DeleteTempFiles, RemovesTheExchangeFilesWhateverTheirCase) {
-    test::TempDir dir;
-    Model m;
-    m.Paths[UserTemp] = dir.path() + "/";
-    for (const char* name : {"VDYPIN.dat", "tipsyout.err", "graph.txt", "ERROR.TXT"})
-        touch(dir.file(name));
-    touch(dir.file("woodlot.arx"));  // the user's own file stays
-    touch(dir.file("graph.txt.bak"));
-
-    DeleteTempFiles(m);
-
-    std::vector<std::string> left;
-    for (const auto& entry : std::filesystem::directory_iterator(dir.path()))
-        left.push_back(entry.path().filename().string());
-    std::sort(left.begin(), left.end());
-    EXPECT_EQ(left, (std::vector<std::string>{"graph.txt.bak", "woodlot.arx"}));
-
-    DeleteTempFiles(m);  // nothing left to delete is no failure
-}
-
-TEST(DeleteTempFiles, AnUnsetTempFolderDeletesNothing) {
-    test::TempDir dir;
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(dir.path());
-    touch("graph.txt");
-    Model m;
-    DeleteTempFiles(m);
-    EXPECT_TRUE(std::filesystem::exists("graph.txt"));
-    std::filesystem::current_path(before);
 }
 
 }  // namespace

@@ -84,20 +84,4 @@ void LoadReferenceData(Model& m, Host& host) {
     SetAgeInc(m);
 }
 
-const char* const kTempFileNames[12] = {
-    "btipsy.ini", "Error.txt",   "linedef.txt",  "TIPSYin.DAT",   "TIPSYout.DAT", "TIPSYout.Err",
-    "vdypin.DAT", "VDYPOUT.DAT", "arborex2.btp", "areagraph.txt", "graph.txt",    "tvgraph.txt",
-};
-
-void DeleteTempFiles(const Model& m) {
-    const std::string& folder = m.Paths[UserTemp];
-    if (folder.empty()) return;  // never clean the working folder by accident
-    for (const char* name : kTempFileNames) {
-        const std::string found = findFileNoCase(folder, name);
-        if (found.empty()) continue;
-        std::error_code ignored;
-        std::filesystem::remove(found, ignored);
-    }
-}
-
 }  // namespace arborex

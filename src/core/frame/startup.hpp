@@ -36,16 +36,9 @@ std::string joinArguments(const std::vector<std::string>& args);
 // without a project.
 void dropMissingProject(Prompt& prompt, std::string& path);
 
-// The models' exchange files that DeleteTempFiles removes from the temporary folder.
-extern const char* const kTempFileNames[12];
-
 // Step 4 of start-up, and the batch front end's whole set-up: the choice lists, the message
 // catalogue, both species tables and the PSYU list from Paths[0], then SetAgeInc. A file that
 // is missing is told once and passed over.
 void LoadReferenceData(Model& m, Host& host);
-
-// Deletes the models' exchange files from Paths[UserTemp], whatever the case of their names on
-// disk. Files that are absent or cannot be removed are passed over: the program is ending.
-void DeleteTempFiles(const Model& m);
 
 }  // namespace arborex
