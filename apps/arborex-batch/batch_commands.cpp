@@ -12,6 +12,7 @@
 #include "frame/error_handler.hpp"
 #include "polygon_command.hpp"
 #include "project_summary.hpp"
+#include "yields_command.hpp"
 
 namespace arborex::batch {
 
@@ -31,13 +32,13 @@ std::string usageText() {
            "  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] [--data DIR]\n"
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
            "      the polygon's name or, if no name matches, its index from 0.\n" +
-           calcUsage() + polygonUsage() +
+           calcUsage() + polygonUsage() + yieldsUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
            "Options:\n"
-           "  --json                     info, ages, curve, calc and polygon as JSON instead of\n"
-           "                             text\n"
+           "  --json                     info, ages, curve, calc, polygon and yields as JSON\n"
+           "                             instead of text\n"
            "  --remove-mapsheet yes|no   the answer to \"Remove mapsheet identifier?\", asked "
            "when\n"
            "                             a file older than version 3001 loads (default no)\n"
@@ -49,7 +50,7 @@ std::string usageText() {
            "                             messages); by default the installed one\n"
            "\n"
            "Exit status: 0 done, 1 a project could not be loaded, saved or read, 2 a wrong\n"
-           "command line, 3 a calculation or a polygon action refused.\n";
+           "command line, 3 a calculation, a polygon action or a yield run refused.\n";
 }
 
 int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
@@ -108,6 +109,7 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "curve") return runCurve(rest, out, err);
         if (command == "calc") return runCalc(rest, out, err);
         if (command == "polygon") return runPolygon(rest, out, err);
+        if (command == "yields") return runYields(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";

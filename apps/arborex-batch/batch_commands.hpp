@@ -20,7 +20,8 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
 int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 // convert IN OUT [--version 3226|200|111] [--remove-mapsheet yes|no] [--quiet]
 int runConvert(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
-// ages and curve: see curve_commands.hpp; calc: calc_command.hpp; polygon: polygon_command.hpp.
+// ages and curve: see curve_commands.hpp; calc: calc_command.hpp; polygon: polygon_command.hpp;
+// yields: yields_command.hpp.
 
 // The text of --help.
 std::string usageText();
