@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPixmap>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QWidget>
 #include <iostream>
 #include <memory>
@@ -16,9 +17,11 @@
 #include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
+#include "platform/qt_process_runner.hpp"
 #include "ui/frm_add.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_calc.hpp"
+#include "ui/frm_calc_yield.hpp"
 #include "ui/frm_harv_param.hpp"
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
@@ -63,6 +66,28 @@ bool savePolygonScreens(frmPolygon& screen, const Model& m, const QDir& folder) 
     }
     bool ok = showPolygonManagedBy(screen, m, 0) && save(screen, folder, "frmPolygon");
     ok = showPolygonManagedBy(screen, m, 1) && save(screen, folder, "frmPolygon-managed") && ok;
+    return ok;
+}
+
+// "Calculate Yield Tables" with the checks' lists, then after recalculating every curve with the
+// installed model programs, in a work folder of its own. The curves change: this comes last.
+bool saveCalcYieldScreens(Model& m, Host& host, const std::string& dataFolder, const QDir& folder) {
+    QTemporaryDir work;
+    if (!work.isValid()) return false;
+    m.Paths[UserTemp] = ss(work.path()) + "/";
+    m.Files[FileVDYPexe] = dataFolder + "VDYP/vdypbat";
+    m.Files[FileTIPSYexe] = dataFolder + "TIPSY/btipsy";
+    m.Files[FileBTP] = dataFolder + "TIPSY/arborex2.btp";
+
+    frmPolygon polygons(m, host);
+    QtProcessRunner models;
+    frmCalcYield screen(m, host, models, &polygons);
+    bool ok = save(screen, folder, "frmCalcYield");
+    if (auto* all = screen.findChild<QCheckBox*>("chkRecalcAll")) all->setChecked(true);
+    screen.cmdOk_Click();
+    // Without messages the screen has closed itself on the Calculation tab.
+    ok = save(screen, folder, "frmCalcYield-after") && ok;
+    screen.hide();
     return ok;
 }
 
@@ -130,6 +155,8 @@ int grabScreens(const std::string& folder, const std::string& project,
         ok = save(*status, target, "frmCalcStatus") && ok;
     else
         ok = false;
+    calc.hide();
+    ok = saveCalcYieldScreens(*m, host, dataFolder, target) && ok;
     return ok ? 0 : 1;
 }
 

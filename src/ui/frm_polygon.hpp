@@ -80,6 +80,13 @@ public:
     void mnuReorder_Click();
     void mniSaveDefault_Click();
     void mnuPrintScreen_Click();
+    // Leaves the polygon and opens "Calculate Yield Tables"; afterwards the list and the polygon
+    // show the curves' new states and harvest ages.
+    void mnuCalcYield_Click();
+
+    // Selects the row of `polygon` in the list, which shows that polygon (after leaving the one
+    // on screen). Nothing happens when it is not listed.
+    void selectPolygonRow(int polygon);
 
 signals:
     // Polygons were added, deleted or brought back: screens that need polygons may change.
@@ -153,7 +160,6 @@ private:
 
     // List and menu actions (frm_polygon_actions.cpp).
     void lstMapPoly_Click();
-    void selectPolygonRow(int polygon);
     int rowOf(int polygon) const;
     void refreshRow(int polygon);
     void openPsyuLookup();

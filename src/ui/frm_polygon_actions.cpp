@@ -10,7 +10,9 @@
 #include "base/number_text.hpp"
 #include "base/numeric.hpp"
 #include "model/polygon_lifecycle.hpp"
+#include "platform/qt_process_runner.hpp"
 #include "ui/frm_add.hpp"
+#include "ui/frm_calc_yield.hpp"
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_psyu.hpp"
 #include "ui/frm_psyu_lookup.hpp"
@@ -153,6 +155,13 @@ void frmPolygon::mnuPrintScreen_Click() {
     // The note about confirming changes is for the screen, not the paper.
     if (!printScreen(*this, lblNoChange_))
         host_.prompt.tell(kProgramTitle, "The form can't be printed.");
+}
+
+void frmPolygon::mnuCalcYield_Click() {
+    leavePolygon();
+    QtProcessRunner models;
+    frmCalcYield calcYield(m_, host_, models, this);
+    calcYield.exec();
 }
 
 // ---- PSYU --------------------------------------------------------------------------------------

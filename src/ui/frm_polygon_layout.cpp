@@ -102,6 +102,8 @@ void frmPolygon::buildMenus(QMenuBar* bar) {
     polygons->addSeparator();
     add(polygons, "mnuSplit", "&Split Large Polygons...", &frmPolygon::mnuSplit_Click);
     add(polygons, "mnuReorder", "Re&order Species by Percent", &frmPolygon::mnuReorder_Click);
+    polygons->addSeparator();
+    add(polygons, "mnuCalcYield", "Calculate &Yield Tables...", &frmPolygon::mnuCalcYield_Click);
 }
 
 QWidget* frmPolygon::buildListPanel() {
@@ -127,6 +129,9 @@ QWidget* frmPolygon::buildListPanel() {
         connect(cmdPoly_[k], &QPushButton::clicked, this, handlers[k]);
         buttons->addWidget(cmdPoly_[k], i / 2, i % 2);
     }
+    QPushButton* calcYield = addButton("cmdCalcYield", "Calculate Yields...", nullptr);
+    connect(calcYield, &QPushButton::clicked, this, &frmPolygon::mnuCalcYield_Click);
+    buttons->addWidget(calcYield, 2, 0, 1, 2);
     auto* layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(new QLabel("Polygons", panel));
