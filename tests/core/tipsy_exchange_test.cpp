@@ -409,7 +409,7 @@ TEST(LoadTIPSYError, MessagesBecomeLinesOfTheListAndOtherKindsABox) {
     using test::tipsyContinuationLine;
     using test::tipsyErrorLine;
     test::TempDir dir;
-    writeBytes(dir.file("TIPSYout.err"),
+    writeBytes(dir.file("tipsyout.ERR"),  // written in another case
                test::tipsyErrorFile({
                    tipsyErrorLine(2, "WARNING  Site index is below the range of the model"),
                    tipsyContinuationLine("and was raised to its lowest value"),

@@ -3,35 +3,22 @@
 // byte for byte.
 
 #include <cstddef>
-#include <filesystem>
 
 #include "base/errors.hpp"
-#include "base/file_names.hpp"
 #include "base/text.hpp"
 #include "model/binary_io.hpp"
 #include "yield/tipsy_exchange.hpp"
+#include "yield/tipsy_exchange_reading.hpp"
 
 namespace arborex {
 
 namespace {
-
 constexpr std::size_t kSlotSize = 256;
-
-// The template as it is spelled on disk; installations copied from another system may differ
-// in case.
-std::string templateOnDisk(const std::string& path) {
-    const std::filesystem::path p(path);
-    std::string folder = p.parent_path().string();
-    folder = folder.empty() ? "./" : folder + "/";
-    const std::string found = findFileNoCase(folder, p.filename().string());
-    return found.empty() ? path : found;
-}
-
 }  // namespace
 
 BtpFile LoadBTPDefaults(const std::string& path) {
     BtpFile btp;
-    ByteReader in(path.empty() ? path : templateOnDisk(path));
+    ByteReader in(path.empty() ? path : tipsy::onDisk(path));
     in.bytes(btp.header.data(), btp.header.size());
     for (std::string& slot : btp.paths) {
         slot.assign(kSlotSize, '\0');

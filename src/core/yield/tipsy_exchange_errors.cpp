@@ -9,7 +9,7 @@
 #include "base/input_file.hpp"
 #include "base/text.hpp"
 #include "yield/tipsy_exchange.hpp"
-#include "yield/tipsy_exchange_columns.hpp"
+#include "yield/tipsy_exchange_reading.hpp"
 
 namespace arborex {
 
@@ -26,9 +26,10 @@ constexpr std::size_t kShortestMessage = 50;
 ErrorCounts LoadTIPSYError(const Model& m, Prompt& prompt, const std::string& path,
                            std::vector<PostItem>& post) {
     ErrorCounts counts;
-    if (!fileExists(path)) return counts;
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw ArborexError(ErrPermissionDenied, path);
+    const std::string actual = tipsy::onDisk(path);
+    if (!fileExists(actual)) return counts;
+    std::ifstream in(actual, std::ios::binary);
+    if (!in) throw ArborexError(ErrPermissionDenied, actual);
 
     std::string line;
     for (int i = 0; i < kHeadingLines; ++i)

@@ -15,7 +15,7 @@
 #include "base/messages.hpp"
 #include "base/text.hpp"
 #include "yield/tipsy_exchange.hpp"
-#include "yield/tipsy_exchange_columns.hpp"
+#include "yield/tipsy_exchange_reading.hpp"
 
 namespace arborex {
 
