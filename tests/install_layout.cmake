@@ -8,7 +8,9 @@ if(NOT result EQUAL 0)
 endif()
 foreach(file bin/arborex bin/arborex-batch share/applications/arborex.desktop
              share/mime/packages/arborex.xml share/icons/hicolor/scalable/apps/arborex.svg
-             share/arborex/SPECIEST.DAT share/arborex/DEFAULT.DEF)
+             share/arborex/SPECIEST.DAT share/arborex/DEFAULT.DEF share/arborex/VDYP/vdypbat
+             share/arborex/VDYP/ALTWBS.DAT share/arborex/TIPSY/btipsy
+             share/arborex/TIPSY/arborex2.btp)
   if(NOT EXISTS ${PREFIX}/${file})
     message(FATAL_ERROR "not installed: ${file}")
   endif()
