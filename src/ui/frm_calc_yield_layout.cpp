@@ -15,6 +15,7 @@
 #include <QStyledItemDelegate>
 #include <QTextOption>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "ui/frm_calc_yield.hpp"
@@ -129,19 +130,27 @@ QWidget* frmCalcYield::buildCalculationTab() {
     const std::array<const char*, 8> captions = {
         "Export to VDYP:",  "VDYP:",  "Import VDYP Yield Curves:",  "Import VDYP Error File:",
         "Export to TIPSY:", "TIPSY:", "Import TIPSY Yield Curves:", "Import TIPSY Error File:"};
+    // The captions of both models as wide as the widest, so that the labels line up.
+    std::array<QLabel*, 8> titles{};
+    int titleWidth = 0;
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        titles[i] = new QLabel(captions[i], frame);
+        titleWidth = std::max(titleWidth, titles[i]->sizeHint().width());
+    }
     auto* layout = new QVBoxLayout(frame);
     for (int model = 0; model < 2; ++model) {
         auto* group = new QGroupBox(model == 0 ? "VDYP" : "TIPSY", frame);
         auto* grid = new QGridLayout(group);
         grid->setColumnStretch(1, 1);
         for (int step = 0; step < 4; ++step) {
-            const int i = model * 4 + step;
+            const auto i = static_cast<std::size_t>(model * 4 + step);
+            titles[i]->setMinimumWidth(titleWidth);
             auto* label = new QLabel(group);
             label->setObjectName(QString("lblStat_%1").arg(i));
             label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
             label->setMinimumWidth(220);
-            lblStat_[static_cast<std::size_t>(i)] = label;
-            grid->addWidget(new QLabel(captions[static_cast<std::size_t>(i)], group), step, 0);
+            lblStat_[i] = label;
+            grid->addWidget(titles[i], step, 0);
             grid->addWidget(label, step, 1);
         }
         layout->addWidget(group);

@@ -1,5 +1,7 @@
+#include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
@@ -10,6 +12,7 @@
 
 #include "frame/startup.hpp"
 #include "gui_fixture.hpp"
+#include "modal_driver.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/species_binding.hpp"
 #include "support/test_install.hpp"
@@ -228,6 +231,30 @@ private slots:
         QCOMPARE(s.gui.m.CurPoly, int16_t{2});
         s.click("cmdClose");
         QVERIFY(!s.screen->isVisible());
+    }
+
+    // The polygon screen's menu entry first confirms the polygon being edited, so the checks
+    // count its curve as due; closing shows the curve's new state in the list.
+    void thePolygonMenuLeavesThePolygonBeforeTheChecks() {
+        YieldScreen s;
+        s.polygons = std::make_unique<frmPolygon>(s.gui.m, s.gui.host);
+        s.polygons->show();
+        s.polygons->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(s.polygons.get()));
+        auto* site = s.polygons->findChild<QLineEdit*>("txtVData_0");
+        site->setFocus(Qt::TabFocusReason);
+        site->selectAll();
+        QTest::keyClicks(site, "25");
+        QString counted;
+        test::whenModalShown([&](QWidget* modal) {
+            counted = modal->findChild<QLabel*>("lblAmt_0")->text();
+            modal->findChild<QPushButton*>("cmdClose")->click();
+        });
+        s.polygons->findChild<QAction*>("mnuCalcYield")->trigger();
+        QCOMPARE(counted, QString("(1 of 3 to calculate)"));
+        QCOMPARE(s.poly(0).VSITEINDEX, 25.0f);
+        QCOMPARE(s.polygons->findChild<QListWidget*>("lstMapPoly")->item(0)->text(),
+                 QString("*P1"));
     }
 
     // Cancel during the VDYP run ends the screen before TIPSY starts.
