@@ -99,7 +99,7 @@ TEST(LoadRegistry, AFirstRunFillsTheStoreWithEveryKey) {
     EXPECT_EQ(pc.user("HARVEST", "SPLIT"), "100.0");
     EXPECT_EQ(pc.user("HARVEST", "PCADJUSTFACT"), "0.80");
     EXPECT_EQ(pc.user("COLORS", "MATURED"), std::to_string(rgb(64, 127, 0)));
-    EXPECT_EQ(pc.machine("FileLocations", "TIPSYexe"), pc.install() + "TIPSY/btipsy.exe");
+    EXPECT_EQ(pc.machine("FileLocations", "TIPSYexe"), pc.install() + "TIPSY/btipsy");
     EXPECT_EQ(pc.user("FileLocations", "UserDocuments"), pc.documents());
     EXPECT_EQ(pc.user("FileLocations", "UserTemp"), pc.temp());
 
@@ -172,7 +172,7 @@ TEST(DefaultPaths, TheMachinesDocumentsFolderExpandsUserVariables) {
     DefaultPaths(pc.m, pc.host);
     EXPECT_EQ(pc.m.Paths[DefaultUserDocuments], pc.dir.file("home/Plans/pat"));
     EXPECT_EQ(pc.m.Paths[UserDocuments], pc.dir.file("home/Plans/pat/"));
-    EXPECT_EQ(pc.m.Files[FileVDYPexe], pc.install() + "VDYP/vdypbat.exe");
+    EXPECT_EQ(pc.m.Files[FileVDYPexe], pc.install() + "VDYP/vdypbat");
     EXPECT_EQ(pc.m.Files[FileManual], pc.install() + "AXRM31.pdf");
 }
 
@@ -215,7 +215,7 @@ TEST(CheckPaths, MakesTheFoldersAndListsMissingProgramsInOneBox) {
     ASSERT_EQ(pc.host.prompt.shown.size(), 1u);
     const std::string missing = "File not found: " + pc.install();
     EXPECT_EQ(pc.host.prompt.shown[0].text,
-              missing + "TIPSY/btipsy.exe\n" + missing + "VDYP/vdyp.hlp\n" + missing +
+              missing + "TIPSY/btipsy\n" + missing + "VDYP/vdyp.hlp\n" + missing +
                   "TIPSY/TIPSY32.hlp\nFile not found!\n" + missing + "TIPSY/arborex2.btp");
 }
 

@@ -9,12 +9,11 @@ namespace fs = std::filesystem;
 
 void installProgramFolder(const std::string& folder) {
     fs::create_directories(folder);
-    for (const auto& entry : fs::directory_iterator(std::string(ARBOREX_SOURCE_DIR) + "/data"))
-        fs::copy_file(entry.path(), fs::path(folder) / entry.path().filename(),
-                      fs::copy_options::overwrite_existing);
+    fs::copy(std::string(ARBOREX_SOURCE_DIR) + "/data", folder,
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     for (const char* program :
-         {"VDYP/vdypbat.exe", "TIPSY/btipsy.exe", "VDYP/vdyp.hlp", "TIPSY/TIPSY32.hlp",
-          "AXRM31.pdf", "chartex.exe", "TIPSY/arborex2.btp"}) {
+         {"VDYP/vdypbat", "TIPSY/btipsy", "VDYP/vdyp.hlp", "TIPSY/TIPSY32.hlp", "AXRM31.pdf",
+          "chartex.exe", "TIPSY/arborex2.btp"}) {
         const fs::path path = fs::path(folder) / program;
         fs::create_directories(path.parent_path());
         std::ofstream(path) << "stand-in";

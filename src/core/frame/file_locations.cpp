@@ -40,9 +40,9 @@ struct ProgramFile {
 };
 
 constexpr ProgramFile kProgramFiles[] = {
-    {FileVDYPexe, "VDYPexe", "VDYP/vdypbat.exe"}, {FileTIPSYexe, "TIPSYexe", "TIPSY/btipsy.exe"},
-    {FileVDYPhelp, "VDYPhelp", "VDYP/vdyp.hlp"},  {FileTIPSYhelp, "TIPSYhelp", "TIPSY/TIPSY32.hlp"},
-    {FileManual, "ARBOREXhelp", "AXRM31.pdf"},    {FileChartex, "Chartex", "chartex.exe"},
+    {FileVDYPexe, "VDYPexe", "VDYP/vdypbat"},    {FileTIPSYexe, "TIPSYexe", "TIPSY/btipsy"},
+    {FileVDYPhelp, "VDYPhelp", "VDYP/vdyp.hlp"}, {FileTIPSYhelp, "TIPSYhelp", "TIPSY/TIPSY32.hlp"},
+    {FileManual, "ARBOREXhelp", "AXRM31.pdf"},   {FileChartex, "Chartex", "chartex.exe"},
     {FileBTP, "BTPfile", "TIPSY/arborex2.btp"},
 };
 
