@@ -230,6 +230,7 @@ TEST_F(YieldsCommand, TheStandInModelsRecalculateBothCurves) {
     EXPECT_GT(FindVol(m, 0, 100, 0), 0.0f);
     EXPECT_NE(FindVol(m, 0, 100, 0), 200.0f);  // no longer the curve of site index 20
     EXPECT_GT(FindVol(m, 1, 100, 1), 0.0f);
+    EXPECT_EQ(m.Poly[1].YIELDSTATE[1], 3);  // the stand-in answers as the TIPSY curves are kept
 }
 #endif
 

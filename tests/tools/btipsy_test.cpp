@@ -180,7 +180,7 @@ TEST(Btipsy, WritesATablePerPolygonThatTheImportCountsComplete) {
     fromHeight.height = "18";
     ASSERT_EQ(t.run({plain, thinned, fertilized, fromHeight}).exitCode, 0);
     const Report report = t.report();
-    EXPECT_EQ(report.version, "stand-in 1.0");
+    EXPECT_EQ(report.version, "3.2m");
     ASSERT_EQ(report.tables.size(), 4u);
     for (const auto& [polygon, table] : report.tables) {
         EXPECT_EQ(table.counted, 36) << polygon;  // every grid age once: YieldRows + 1

@@ -116,7 +116,7 @@ TEST(StandInImport, TipsyReportAndErrorsReadBackWithTheThin) {
     ASSERT_EQ(p.run(ARBOREX_BTIPSY, tipsyArguments(p.m)).exitCode, 0);
     ImportTIPSY2(p.m, p.host, p.work + kTipsyOutFile, {});
     EXPECT_TRUE(p.host.prompt.shown.empty());
-    EXPECT_EQ(p.m.Header.TIPSYVersion.str(), "stand-in 1.0");
+    EXPECT_EQ(p.m.Header.TIPSYVersion.str(), "3.2m");
     EXPECT_EQ(p.m.Poly[0].YIELDSTATE[1], 2);
     EXPECT_EQ(p.m.Poly[1].YIELDSTATE[1], 0);
 

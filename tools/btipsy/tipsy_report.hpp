@@ -20,7 +20,9 @@
 
 namespace arborex::btipsy {
 
-inline constexpr const char* kVersion = "stand-in 1.0";
+// The batch interface answered is that of TIPSY 3.2m, the version whose curves a project keeps
+// on loading; another version would mark every TIPSY curve out of date when the project opens.
+inline constexpr const char* kVersion = "3.2m";
 
 std::vector<std::string> reportTitle(const std::string& inputName);
 std::vector<std::string> tableBlock(const ManagedStand& stand, const YieldTable& table);
