@@ -9,6 +9,7 @@
 // when an input file is missing or unreadable, 2 for a wrong command line.
 
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -123,9 +124,10 @@ int main(int argc, char** argv) {
     for (std::size_t i = 0; i < records->size(); ++i) {
         const std::string& record = (*records)[i];
         if (trim(record).empty()) continue;
-        const PolygonResult result = projectRecord(run, record, static_cast<int>(i + 1));
+        PolygonResult result = projectRecord(run, record, static_cast<int>(i + 1));
         for (const Message& message : result.messages) errors.push_back(errorLine(*def, message));
-        output.insert(output.end(), result.lines.begin(), result.lines.end());
+        output.insert(output.end(), std::make_move_iterator(result.lines.begin()),
+                      std::make_move_iterator(result.lines.end()));
     }
     if (!standin::writeLines(args->files.at("O"), output))
         return fail("cannot write " + args->files.at("O"));

@@ -1,5 +1,6 @@
 #include "vdypbat/vdyp_polygon.hpp"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -124,34 +125,44 @@ void readSettings(Record& record, Stand& stand) {
     }
 }
 
-// The values of one output row by the output definition's names (upper case).
-struct Row {
-    std::map<std::string, double> numbers;
-    std::string mapSheet;
+// The values an output row can carry, named as the output definition names them (any case).
+enum RowValue : std::size_t {
+    NetAirVolSpc1,  // ... to NetAirVolSpc6, by input species slot
+    PolygonNumber = NetAirVolSpc1 + 6,
+    CurrentAge,
+    CrownClosure,
+    SiteIndex,
+    AirDiameter,
+    Height,
+    Mai,
+    NetAirVolume,
+    kRowValues
 };
+constexpr std::array<const char*, kRowValues> kRowValueNames = {
+    "NETAIRVOLSPC1", "NETAIRVOLSPC2", "NETAIRVOLSPC3", "NETAIRVOLSPC4", "NETAIRVOLSPC5",
+    "NETAIRVOLSPC6", "POLYGONNUMBER", "CURRENTAGE",    "CROWNCLOSURE",  "SITEINDEX",
+    "AIRDIAMETER",   "HEIGHT",        "MAI",           "NETAIRVOLUME"};
+using Row = std::array<double, kRowValues>;
 
-Row rowAt(const RunContext& run, const Stand& stand, const std::string& mapSheet, int polygon,
-          int age) {
+Row rowAt(const RunContext& run, const Stand& stand, int polygon, int age) {
     const growth::CurvePoint point = growth::naturalStandAt(stand.inputs, age);
-    Row row;
-    row.mapSheet = mapSheet;
+    Row row{};
     double total = 0.0;
-    for (int slot = 1; slot <= 6; ++slot) row.numbers["NETAIRVOLSPC" + std::to_string(slot)] = 0.0;
     for (std::size_t i = 0; i < stand.inputs.species.size(); ++i) {
         const auto factor = run.wasteFactors.find(stand.inputs.species[i].code);
         const double volume = double(point.speciesVolume[i]) * stand.vaf *
                               (factor == run.wasteFactors.end() ? 1.0f : factor->second);
-        row.numbers["NETAIRVOLSPC" + std::to_string(stand.slotOf[i] + 1)] = volume;
+        row[NetAirVolSpc1 + static_cast<std::size_t>(stand.slotOf[i])] = volume;
         total += volume;
     }
-    row.numbers["POLYGONNUMBER"] = polygon;
-    row.numbers["CURRENTAGE"] = age;
-    row.numbers["CROWNCLOSURE"] = stand.inputs.crownClosure;
-    row.numbers["SITEINDEX"] = stand.inputs.siteIndex;
-    row.numbers["AIRDIAMETER"] = point.diameter;
-    row.numbers["HEIGHT"] = point.height;
-    row.numbers["MAI"] = age > 0 ? total / age : 0.0;
-    row.numbers["NETAIRVOLUME"] = total;
+    row[PolygonNumber] = polygon;
+    row[CurrentAge] = age;
+    row[CrownClosure] = stand.inputs.crownClosure;
+    row[SiteIndex] = stand.inputs.siteIndex;
+    row[AirDiameter] = point.diameter;
+    row[Height] = point.height;
+    row[Mai] = age > 0 ? total / age : 0.0;
+    row[NetAirVolume] = total;
     return row;
 }
 
@@ -159,19 +170,44 @@ bool isText(const FieldDef& field) {
     return equalsNoCase(field.type, "Character") || field.width < 0;
 }
 
-std::string layOut(const std::vector<FieldDef>& fields, const Row& row) {
-    std::string line;
+// An output field that shows something: the map sheet, or a value of the row as a number.
+// Fields of other names, and text fields of value names, stay blank.
+struct OutputColumn {
+    int column = 0;
+    int width = 0;
+    int decimals = 0;
+    std::optional<RowValue> value;  // none: the map sheet
+};
+
+// The output definition resolved once per table rather than for every row of it.
+std::vector<OutputColumn> outputColumns(const std::vector<FieldDef>& fields) {
+    std::vector<OutputColumn> shown;
     for (const FieldDef& field : fields) {
         const int width = std::abs(field.width);
         if (equalsNoCase(field.name, "MapSheet")) {
-            standin::put(line, field.column, width, row.mapSheet);
+            shown.push_back({field.column, width, 0, std::nullopt});
             continue;
         }
-        const auto value = row.numbers.find(toUpper(field.name));
-        if (value == row.numbers.end() || isText(field)) continue;
+        const std::string name = toUpper(field.name);
+        const auto named = std::find(kRowValueNames.begin(), kRowValueNames.end(), name);
+        if (named == kRowValueNames.end() || isText(field)) continue;
         const int decimals = equalsNoCase(field.type, "Integer") ? 0 : field.decimals;
-        standin::put(line, field.column, width,
-                     standin::fixedNumber(value->second, width, decimals));
+        shown.push_back(
+            {field.column, width, decimals, static_cast<RowValue>(named - kRowValueNames.begin())});
+    }
+    return shown;
+}
+
+std::string layOut(const std::vector<OutputColumn>& columns, const Row& row,
+                   const std::string& mapSheet) {
+    std::string line;
+    line.reserve(128);
+    for (const OutputColumn& c : columns) {
+        if (!c.value)
+            standin::put(line, c.column, c.width, mapSheet);
+        else
+            standin::put(line, c.column, c.width,
+                         standin::fixedNumber(row[*c.value], c.width, c.decimals));
     }
     while (!line.empty() && line.back() == ' ') line.pop_back();
     return line;
@@ -202,10 +238,11 @@ PolygonResult projectRecord(const RunContext& run, const std::string& line, int 
         if (message.kind == "ERROR") return result;
 
     result.accepted = true;
+    const std::vector<OutputColumn> columns = outputColumns(run.def.output);
     result.lines.push_back(marker(run.def, "^^^^^^"));
     for (int age = run.ages.start; age <= run.ages.finish; age += run.ages.increment)
         result.lines.push_back(
-            layOut(run.def.output, rowAt(run, stand, about.mapSheet, about.polygon, age)));
+            layOut(columns, rowAt(run, stand, about.polygon, age), about.mapSheet));
     result.lines.push_back(marker(run.def, "VVVVVV"));
     return result;
 }
