@@ -202,7 +202,7 @@ public:
     virtual void finalRunEnded() {}
     // The periodic delimited table (written only while ReportEvery is above 0).
     virtual void reportHeading() {}
-    virtual void createReport(int16_t /*first*/) {}
+    virtual void CreateReport(int16_t /*initial*/) {}
 };
 
 struct CalcSession {

@@ -489,7 +489,7 @@ void IncrementYear(CalcSession& s, int16_t first) {
     takeInventory(s, year, ageLimit, heightLimit);
 
     if (run.ReportEvery > 0 && ((offset + 1) % run.ReportEvery == 0 || first != 0))
-        s.observer.createReport(first);
+        s.observer.CreateReport(first);
 
     // The ratios are compared as stored floats; with nothing left standing they cannot be
     // formed at all.
