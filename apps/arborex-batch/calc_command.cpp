@@ -228,28 +228,46 @@ std::string calcUsage() {
            "      the calculation was refused, with its reason.\n";
 }
 
-int runCalc(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const BatchOptions options =
-        parseOptions(args, {"--json", "--quiet", "--data", "--remove-mapsheet"},
-                     {{"--rate", 1},
-                      {"--search", 0},
-                      {"--area", 0},
-                      {"--period", 1},
-                      {"--relax", 1},
-                      {"--delay", 1},
-                      {"--auto-delay", 0},
-                      {"--conifer-only", 0},
-                      {"--no-partial-cut", 0},
-                      {"--owners", 1},
-                      {"--age-constraint", 2},
-                      {"--height-constraint", 2},
-                      {"--netdown", 1},
-                      {"--sort", 1},
-                      {"--log", 0},
-                      {"--start-year", 1},
-                      {"--save", 1}});
-    requireOperands(options, 1, kForm);
+BatchOptions parseCalcOptions(const std::vector<std::string>& args) {
+    BatchOptions options = parseOptions(args, {"--json", "--quiet", "--data", "--remove-mapsheet"},
+                                        {{"--rate", 1},
+                                         {"--search", 0},
+                                         {"--area", 0},
+                                         {"--period", 1},
+                                         {"--relax", 1},
+                                         {"--delay", 1},
+                                         {"--auto-delay", 0},
+                                         {"--conifer-only", 0},
+                                         {"--no-partial-cut", 0},
+                                         {"--owners", 1},
+                                         {"--age-constraint", 2},
+                                         {"--height-constraint", 2},
+                                         {"--netdown", 1},
+                                         {"--sort", 1},
+                                         {"--log", 0},
+                                         {"--start-year", 1},
+                                         {"--save", 1}});
     checkExclusive(options);
+    return options;
+}
+
+void openCalculation(CalcSession& s, const BatchOptions& options, StatusScreen& status) {
+    if (const Flag* f = find(options, "--start-year")) s.run.FixedStartYear = startYearOf(*f);
+    if (const Flag* f = find(options, "--log"); f && switchOf(*f)) {
+        s.m.LogMode = true;
+        s.m.Paths[UserDocuments] = withTrailingSlash(std::filesystem::current_path().string());
+    }
+    // As the screen opens: the saved fields, the order lists, the expanded curves.
+    LoadCalcData(s);
+    ShowPolygonOrder(s, -1);
+    ExpandYields(s.m, status, s.run.Yields);
+    CheckYields(s.m, s.prompt, s.run.Yields, s.m.MsgResult);
+    applyFlags(s, options);
+}
+
+int runCalc(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+    const BatchOptions options = parseCalcOptions(args);
+    requireOperands(options, 1, kForm);
     const std::string& path = options.operands[0];
 
     BatchHost batch(options.removeMapsheet);
@@ -264,18 +282,7 @@ int runCalc(const std::vector<std::string>& args, std::ostream& out, std::ostrea
     CalcRun run;
     SearchRecorder recorder(outcome.search, outcome.finalRuns);
     CalcSession s{*m, screen, run, batch.prompt(), recorder};
-    if (const Flag* f = find(options, "--start-year")) run.FixedStartYear = startYearOf(*f);
-    if (const Flag* f = find(options, "--log"); f && switchOf(*f)) {
-        m->LogMode = true;
-        m->Paths[UserDocuments] = withTrailingSlash(std::filesystem::current_path().string());
-    }
-
-    // As the screen opens: the saved fields, the order lists, the expanded curves.
-    LoadCalcData(s);
-    ShowPolygonOrder(s, -1);
-    ExpandYields(*m, batch.host().status, run.Yields);
-    CheckYields(*m, batch.prompt(), run.Yields, m->MsgResult);
-    applyFlags(s, options);
+    openCalculation(s, options, batch.host().status);
 
     const bool calculated = cmdCalculate(s);
     std::vector<ShownBox> boxes(batch.prompt().shown().begin() + static_cast<long>(loadBoxes),
