@@ -10,6 +10,7 @@
 #include "calc_command.hpp"
 #include "curve_commands.hpp"
 #include "frame/error_handler.hpp"
+#include "graph_command.hpp"
 #include "polygon_command.hpp"
 #include "project_summary.hpp"
 #include "report_command.hpp"
@@ -33,7 +34,7 @@ std::string usageText() {
            "  curve PROJECT POLYGON [--model 0|1] [--json] [--quiet] [--data DIR]\n"
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
            "      the polygon's name or, if no name matches, its index from 0.\n" +
-           calcUsage() + polygonUsage() + yieldsUsage() + reportUsage() +
+           calcUsage() + polygonUsage() + yieldsUsage() + reportUsage() + graphUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
@@ -112,6 +113,7 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "polygon") return runPolygon(rest, out, err);
         if (command == "yields") return runYields(rest, out, err);
         if (command == "report") return runReport(rest, out, err);
+        if (command == "graph") return runGraph(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";

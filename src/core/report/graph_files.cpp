@@ -8,6 +8,7 @@
 #include "base/dates.hpp"
 #include "base/display_format.hpp"
 #include "base/errors.hpp"
+#include "model/colours.hpp"
 #include "report/graph_files_text.hpp"
 
 namespace arborex {
@@ -148,6 +149,15 @@ std::string timeVolumeGraphText(const Model& m, double now) {
     }
     t.line("*endof");
     return std::move(t.text());
+}
+
+AgeGraphRequest defaultAgeGraphRequest(int firstYear) {
+    AgeGraphRequest request;
+    request.colours = {rgb(0, 128, 0),   rgb(0, 128, 128), rgb(128, 0, 0),
+                       rgb(128, 0, 128), rgb(128, 128, 0), rgb(192, 192, 192)};
+    for (std::size_t i = 0; i < request.years.size(); ++i)
+        request.years[i] = static_cast<int16_t>(firstYear + 10 * static_cast<int>(i));
+    return request;
 }
 
 std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double now) {

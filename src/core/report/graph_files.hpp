@@ -53,6 +53,11 @@ struct AgeGraphRequest {
     int fillType = 0;
 };
 
+// The age distribution screen's proposal: the years `firstYear` and every ten years after it,
+// the colours 2 to 7 of the sixteen-colour palette (green, cyan, red, magenta, brown, light
+// grey), solid fills in colour.
+AgeGraphRequest defaultAgeGraphRequest(int firstYear);
+
 // The text of areagraph.txt: one row per age class, one column per requested year, the standing
 // area of that class in that year; a year outside the last run's table (a blank one) shows 0.
 std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double now);
