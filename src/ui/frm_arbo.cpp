@@ -21,6 +21,8 @@
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "model/recent_files.hpp"
+#include "platform/qt_document_launcher.hpp"
+#include "report/document_report_view.hpp"
 #include "ui/frm_about.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/frm_polygon.hpp"
@@ -54,13 +56,17 @@ constexpr std::array<ViewButton, 6> kViewButtons = {{
 
 // Screens of the views that this build provides; the buttons of the others stay disabled.
 bool screenExists(int view) {
-    return view == 0 || view == 1 || view == 3 || view == 7;
+    return view == 0 || view == 1 || view == 3 || view == 4 || view == 7;
 }
 
 }  // namespace
 
 frmArbo::frmArbo(Model& m, Host& host, QWidget* parent)
-    : QMainWindow(parent), m_(m), host_(host), endProcess_([] { QCoreApplication::exit(0); }) {
+    : QMainWindow(parent),
+      m_(m),
+      host_(host),
+      endProcess_([] { QCoreApplication::exit(0); }),
+      launcher_(std::make_unique<QtDocumentLauncher>()) {
     setObjectName("frmArbo");
     buildViewButtons();
     buildMenus();
@@ -179,6 +185,11 @@ void frmArbo::view(int n) {
     } else if (n == 3) {
         if (!calc_) calc_ = new frmCalc(m_, host_, calcRun_, this);
         screen = calc_;
+    } else if (n == 4) {
+        // The report is written at once: no screen of its own.
+        guarded("view",
+                [this] { writeReportView(m_, host_.prompt, *launcher_, calcRun_.HanzlikRate); });
+        return;
     } else if (n == 7) {
         if (!settings_) settings_ = new frmSettingsReg(m_, host_, this);
         screen = settings_;

@@ -6,7 +6,9 @@
 #include <QPointer>
 #include <array>
 #include <functional>
+#include <memory>
 
+#include "base/document_launcher.hpp"
 #include "base/host.hpp"
 #include "harvest/calc_session.hpp"
 #include "model/model.hpp"
@@ -48,6 +50,10 @@ public:
 
     // What ends the process once the user confirmed; tests replace it.
     void setEndAction(std::function<void()> endProcess) { endProcess_ = std::move(endProcess); }
+    // What opens a written report; tests replace the desktop's.
+    void setDocumentLauncher(std::unique_ptr<DocumentLauncher> launcher) {
+        launcher_ = std::move(launcher);
+    }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -93,6 +99,7 @@ private:
     // the last opening left, which is most of the cost of opening a large project.
     CalcRun calcRun_;
     std::function<void()> endProcess_;
+    std::unique_ptr<DocumentLauncher> launcher_;
     bool ending_ = false;
 };
 

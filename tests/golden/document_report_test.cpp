@@ -10,9 +10,11 @@
 #include <sstream>
 
 #include "base/dates.hpp"
+#include "base/document_launcher.hpp"
 #include "base/errors.hpp"
 #include "harvest/calculate.hpp"
 #include "report/document_report.hpp"
+#include "report/document_report_view.hpp"
 #include "support/calc_fixture.hpp"
 #include "support/temp_dir.hpp"
 
@@ -144,6 +146,46 @@ TEST(DocumentReport, FailureLeavesTheFormerFile) {
     EXPECT_THROW(createReport(f.m, ReportFormat::TXT, path, fixedDay()), ArborexError);
     EXPECT_EQ(readFile(path), "former");
     EXPECT_THROW(createReport(f.m, ReportFormat::TXT, dir.file("no/such/r.txt")), ArborexError);
+}
+
+struct RecordingLauncher final : DocumentLauncher {
+    std::vector<std::string> opened;  // "default PATH" or "PROGRAM PATH"
+    bool works = true;
+    bool openDocument(const std::string& path) override {
+        opened.push_back("default " + path);
+        return works;
+    }
+    bool openWith(const std::string& program, const std::string& path) override {
+        opened.push_back(program + " " + path);
+        return works;
+    }
+};
+
+TEST(DocumentReport, ReportViewAsksWritesAndOpensByFormat) {
+    CalcFixture f({{"P1", 10.0f, 50, 0, 0, 2.0f, 80}});
+    TempDir dir;
+    f.m.Paths[UserDocuments] = dir.path();
+    f.m.Files[FileDisplayName] = "W1234";
+    f.m.Files[FileEditorText] = "/usr/bin/editor";
+    RecordingLauncher launcher;
+    ScriptedPrompt& prompt = f.host.prompt;
+    prompt.files = {FileChoice{dir.file("a.rtf"), 1}, FileChoice{dir.file("b.txt"), 2},
+                    std::nullopt, FileChoice{dir.file("c.txt"), 2}};
+    ASSERT_TRUE(writeReportView(f.m, prompt, launcher, 0.0f));
+    EXPECT_EQ(readFile(dir.file("a.rtf")).substr(0, 6), "{\\rtf1");
+    ASSERT_TRUE(writeReportView(f.m, prompt, launcher, 0.0f));
+    EXPECT_EQ(readFile(dir.file("b.txt")).substr(0, 2), "\r\n");
+    EXPECT_EQ(f.m.Files[FileLastReport], dir.file("b.txt"));
+    EXPECT_EQ(launcher.opened, (std::vector<std::string>{"default " + dir.file("a.rtf"),
+                                                         "/usr/bin/editor " + dir.file("b.txt")}));
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_FALSE(writeReportView(f.m, prompt, launcher, 0.0f));  // cancelled
+
+    f.m.LaunchEditor = 0;
+    ASSERT_TRUE(writeReportView(f.m, prompt, launcher, 0.0f));
+    EXPECT_EQ(launcher.opened.size(), 2u);
+    ASSERT_EQ(prompt.shown.size(), 1u);
+    EXPECT_EQ(prompt.shown[0].text, "Your report was saved as: " + dir.file("c.txt"));
 }
 
 // A real reader of Rich Text: LibreOffice's converter, when it is installed.
