@@ -18,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "base/document_launcher.hpp"
 #include "base/host.hpp"
 #include "harvest/calc_session.hpp"
 #include "model/model.hpp"
@@ -57,6 +58,9 @@ public:
     void DrawStandingGraph();
     // The sums of the selected schedule rows, in the status line.
     void ShowSelected();
+
+    // Where written reports are opened; the desktop's unless a caller hands in another.
+    void setDocumentLauncher(DocumentLauncher& launcher) { launcher_ = &launcher; }
 
     // CalcObserver: how a run shows its progress on this screen.
     void statusText(const std::string& text) override;
@@ -141,6 +145,9 @@ private:
     void mniHarvParam_Click();
     void mnuCopyTable_Click();
     void mnuPrintScreen_Click();
+    // The delimited calculation report and its settings (frm_calc_report_actions.cpp).
+    void mnuReport_Click();
+    void mnuRepSet_Click();
     void picCalc_MouseDown(Qt::MouseButton button, double x);
     // Selects the schedule rows of `rows` (row indices), clearing the others.
     void selectScheduleRows(const std::vector<int>& rows);
@@ -184,6 +191,7 @@ private:
     std::array<QAction*, 7> mniSort_{};
     QAction* mniSortCustom_ = nullptr;
     QPointer<frmCalcStatus> status_;
+    DocumentLauncher* launcher_ = nullptr;
 
     ScheduleTable table_;  // the schedule as shown, for the clipboard copy
     std::array<std::vector<OrderRow>, 2> shownLists_;

@@ -58,6 +58,9 @@ void frmCalc::buildMenus(QMenuBar* bar) {
                   [this] { mnuCopyTable_Click(); });
     addMenuAction(file, "mnuPrintScreen", "&Print Screen...", [this] { mnuPrintScreen_Click(); });
     file->addSeparator();
+    addMenuAction(file, "mnuReport", "Create Calculation Report", [this] { mnuReport_Click(); });
+    addMenuAction(file, "mnuRepSet", "Report Settings", [this] { mnuRepSet_Click(); });
+    file->addSeparator();
     addMenuAction(file, "mniOK", "&OK", [this] { close(); });
 
     QMenu* calculate = bar->addMenu("&Calculate");
