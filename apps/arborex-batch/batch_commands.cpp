@@ -14,6 +14,7 @@
 #include "polygon_command.hpp"
 #include "project_summary.hpp"
 #include "report_command.hpp"
+#include "schedule_command.hpp"
 #include "yields_command.hpp"
 
 namespace arborex::batch {
@@ -35,6 +36,7 @@ std::string usageText() {
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
            "      the polygon's name or, if no name matches, its index from 0.\n" +
            calcUsage() + polygonUsage() + yieldsUsage() + reportUsage() + graphUsage() +
+           scheduleUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
@@ -114,6 +116,7 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "yields") return runYields(rest, out, err);
         if (command == "report") return runReport(rest, out, err);
         if (command == "graph") return runGraph(rest, out, err);
+        if (command == "schedule") return runSchedule(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";
