@@ -33,6 +33,7 @@ const ReportFragments& rtfFragments() {
         r.right = "\\qr ";
         r.left = "\\ql ";
         r.centre = "\\qc ";
+        r.labelTabStop = "\\tx2600 ";
         return r;
     }();
     return f;
@@ -98,7 +99,7 @@ void ReportWriter::blankLine() {
 }
 
 void ReportWriter::labelLine(std::string_view label, std::string_view value, bool valueReady) {
-    out_ += f_.bold + escape(label) + f_.bodyFont + f_.labelSeparator +
+    out_ += f_.labelTabStop + f_.bold + escape(label) + f_.bodyFont + f_.labelSeparator +
             (valueReady ? std::string(value) : escape(value)) + f_.lineEnd;
 }
 

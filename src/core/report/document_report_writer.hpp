@@ -25,6 +25,7 @@ struct ReportFragments {
     std::string fieldSeparator, labelSeparator;
     std::string inTable, cellEnd, rowEnd, lineEnd;
     std::string right, left, centre;
+    std::string labelTabStop;  // lines up the values of labelled lines in a proportional font
     bool lastCellKeepsCellEnd = false;  // the text form ends a row with a tab before the line end
 };
 
