@@ -8,6 +8,8 @@
 #include "batch_host.hpp"
 #include "batch_project.hpp"
 #include "calc_command.hpp"
+#include "harvest/hanzlik.hpp"
+#include "harvest/queue_order.hpp"
 #include "model/model.hpp"
 #include "report/document_report.hpp"
 
@@ -25,6 +27,20 @@ ReportFormat formatOf(const std::string& path) {
     const std::size_t dot = path.find_last_of('.');
     const bool rtf = dot != std::string::npos && equalsNoCase(path.substr(dot), ".rtf");
     return rtf ? ReportFormat::RTF : ReportFormat::TXT;
+}
+
+// The Hanzlik rate belongs to the calculation screen's session, not to the project: worked out
+// as the screen does on opening and calculating, over its saved order and ownerships.
+float sessionHanzlikRate(Model& m, BatchHost& batch, const BatchOptions& options) {
+    CalcScreen screen;
+    CalcRun run;
+    CalcObserver quiet;
+    CalcSession s{m, screen, run, batch.prompt(), quiet};
+    openCalculation(s, options, batch.host().status);
+    SetCutOrder(s);
+    float rate = 0.0f;
+    CalcHanzlik(s, rate);
+    return rate;
 }
 
 }  // namespace
@@ -51,7 +67,8 @@ int runReport(const std::vector<std::string>& args, std::ostream& out, std::ostr
         return ExitRefused;
     }
     try {
-        createReport(*m, formatOf(target), target);
+        const float hanzlik = sessionHanzlikRate(*m, batch, options);
+        createReport(*m, formatOf(target), target, {0.0, hanzlik});
     } catch (...) {
         err << kProgram << ": cannot write " << target << ": "
             << failureReason(std::current_exception(), target) << '\n';

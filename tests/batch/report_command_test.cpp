@@ -55,6 +55,8 @@ TEST(ReportCommand, RefusesWithoutCalculationAndWritesBothFormsAfterOne) {
     const std::string text = readFile(dir.file("r.txt"));
     EXPECT_TRUE(has(text, "4.0 Harvest Calculation Results\r\n"));
     EXPECT_TRUE(has(text, "Harvest Rate: \t1,224 m\xb3/year\r\n"));
+    // The session's Hanzlik rate, as the calculation screen works it out.
+    EXPECT_TRUE(has(text, "Hanzlik Rate : \t1,052 m\xb3/year\r\n"));
 
     EXPECT_EQ(run({"report", calculated}).code, ExitUsage);
     EXPECT_TRUE(has(run({"--help"}).out, "report PROJECT OUT.rtf|OUT.txt"));
