@@ -132,6 +132,24 @@ TEST(DocumentReport, RichTextEscapesBackslashBracesTabAndLatin1) {
     EXPECT_NE(txt.find("C:\\x{1}\\p.arx\r\n"), std::string::npos);
 }
 
+TEST(DocumentReport, ConstraintPeriodsCountFromTodayAndSkipEmptyYears) {
+    CalcFixture f({{"P1", 10.0f, 50, 0, 0, 2.0f, 80}});
+    CalcState& c = f.m.Calc;
+    c.inputs.ConstraintBits = 4;
+    c.inputs.SavedAgePerc = 50;
+    c.CalcHorizon = 5;
+    c.YearTable.resize(5);
+    const float olderArea[6] = {60.0f, 10.0f, 20.0f, 0.0f, 70.0f, 10.0f};
+    for (int i = 0; i <= 5; ++i) {
+        c.YearTable[i].InvArea = i == 3 ? 0.0f : 100.0f;  // year 3 has no inventory: skipped
+        c.YearTable[i].InvAreaAge = olderArea[i];
+    }
+    const std::string txt = reportOf(f.m, ReportFormat::TXT, fixedDay());
+    EXPECT_NE(txt.find("Period(s)\r\n2027-2030\r\n2031-2031\r\n\r\nf) Height"), std::string::npos)
+        << txt;
+    EXPECT_NE(txt.find("Height constraints are disabled\r\n"), std::string::npos);
+}
+
 TEST(DocumentReport, FixSlashDoublesOnlyForRichText) {
     EXPECT_EQ(FixSlash("  C:\\a\\b.arx ", ReportFormat::RTF), "C:\\\\a\\\\b.arx");
     EXPECT_EQ(FixSlash("  C:\\a\\b.arx ", ReportFormat::TXT), "C:\\a\\b.arx");
