@@ -1,8 +1,14 @@
-// make_sample: writes the bundled sample project, a woodlot of fifteen stands in the Cariboo
-// with their inventory and current yield curves from the growth generator, so that every
-// build produces the same bytes. The VDYP species table gives the deciduous species.
+// make_sample: writes the bundled sample project, a woodlot of fifteen stands in the Cariboo,
+// so that every build produces the same bytes. It enters the stands' inventory, then runs the
+// yield run over them with the growth models' stand-ins, as a user would from the polygon
+// screen: the file holds exactly the curves, thin and harvest ages that such a run gives. A
+// check that fails, a model's message or a box during the run is an error: the sample is clean.
 //
-//   make_sample [OUT [DATA]]   OUT defaults to samples/sample.arx, DATA to data
+//   make_sample [OUT [DATA [SHARE]]]   OUT defaults to samples/sample.arx, DATA (the reference
+//   tables) to data, SHARE (the staged VDYP/vdypbat, TIPSY/btipsy and TIPSY/arborex2.btp) to
+//   the build tree's share/arborex
+
+#include <stdlib.h>
 
 #include <array>
 #include <cstdint>
@@ -11,7 +17,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
-#include <optional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -19,12 +25,13 @@
 #include "base/errors.hpp"
 #include "base/numeric.hpp"
 #include "base/unattended_host.hpp"
-#include "growth/growth_model.hpp"
 #include "model/model.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "model/reference_tables.hpp"
-#include "yield/harvest_ages.hpp"
+#include "model/species_binding.hpp"
+#include "posix_process_runner.hpp"
+#include "yield/yield_run.hpp"
 
 namespace {
 
@@ -53,7 +60,7 @@ struct Stand {
     float roadArea;             // ha
     std::vector<Species> vdyp;  // sums to 100
     std::vector<Species> tipsy;
-    float thinned = 0.0f;  // share of the volume a commercial thin at kThinAge takes, 0 for none
+    bool commercialThin = false;  // asks TIPSY for the thin of kThinHeight and kThinStems
 };
 
 // Lodgepole pine on the plateau, Douglas-fir on the dry slopes, spruce and subalpine fir in the
@@ -84,7 +91,7 @@ const std::vector<Stand>& stands() {
         {"93B046 012", 44.0f, 110, 16.5f, 25, 55, "H", "0", Natural,       0, 0.9f,
          {{"SX", 40}, {"PL", 40}, {"BL", 20}},    {{"SX", 60}, {"PL", 40}}},
         {"93B046 013",  9.6f,  35, 23.0f, 12, 35, "I", "1", Managed,       0, 0.0f,
-         {{"PL", 90}, {"SX", 10}},                {{"PL", 90}, {"SX", 10}}, 0.3f},
+         {{"PL", 90}, {"SX", 10}},                {{"PL", 90}, {"SX", 10}}, true},
         {"93B046 014", 21.3f, 160, 13.5f, 23, 40, "I", "0", Natural,       0, 0.2f,
          {{"FD", 80}, {"PL", 20}},                {{"FD", 80}, {"PL", 20}}},
         {"93B046 015", 33.2f,  55, 24.0f, 21, 60, "I", "0", Natural,       0, 0.6f,
@@ -100,7 +107,17 @@ const std::vector<Stand>& stands() {
 
 constexpr float kUtilisation = 12.5f;  // cm, the interior's close utilisation level
 constexpr int32_t kPlantingDensity = 1600;
-constexpr int kThinAge = 43;
+// A thin from below to 940 stems/ha once the planted stand reaches 20 m: TIPSY (and its
+// stand-in) takes it in the first year the stand is that tall, 41 years on this site, and
+// removes about 30% of the volume.
+constexpr float kThinHeight = 20.0f;
+constexpr int16_t kThinStems = 940;
+
+// Public sustained yield units of the Cariboo from the PSYU table, by map sheet: the stands of
+// 93B045 lie in the Narcosli unit, those of 93B046 across its line in Cottonwood.
+int16_t psyuOf(const Stand& stand) {
+    return std::string(stand.name).starts_with("93B045") ? 604 : 605;
+}
 
 // Fixed dates, so that the file does not change from one run to the next. Functions, not
 // globals: the date conversion must not run before its own statics are set up.
@@ -112,8 +129,8 @@ double lastDate() {
 }
 constexpr std::streamoff kLastDateOffset = 232;
 
-// Adds the stand as the project's next polygon; returns its index.
-int addStand(Model& m, const Stand& stand) {
+// Adds the stand as the project's next polygon.
+void addStand(Model& m, const Stand& stand) {
     PolyData poly;
     PolyCalc calc;
     PolyMgmt mgmt;
@@ -144,7 +161,11 @@ int addStand(Model& m, const Stand& stand) {
         poly.TI[s] = static_cast<int16_t>(s == 0 ? siteIndex : siteIndex - 2);
     }
     poly.SILVI = stand.silviculture;
+    poly.PSYU = psyuOf(stand);
     poly.MGNT = {stand.existing, Managed};
+    // Every stand is planted after harvest (TIPSY); only the natural ones use VDYP now. The
+    // curves they use are out of date until the yield run.
+    poly.YIELDSTATE = {stand.existing == Natural ? int16_t{1} : int16_t{0}, 1};
     mgmt.ROADAREA = stand.roadArea;
     mgmt.TUTILIZ = kUtilisation;
     if (stand.existing == NotRestocked) mgmt.NSRRESTOCKIN = 2;
@@ -153,105 +174,23 @@ int addStand(Model& m, const Stand& stand) {
         mgmt.NCDESC = "Open Fd on rock outcrop";
         mgmt.NCHEIGHT = stand.height;
     }
+    if (stand.commercialThin) {
+        mgmt.COMTHIN = 1;
+        mgmt.CTHEIGHT = kThinHeight;
+        mgmt.CTSTEMHA = kThinStems;
+    }
     const int p = appendPolygon(m, poly, calc, mgmt);
     // The calculation takes the stands in the order they are listed.
     PolyCalc& added = m.PolyC[static_cast<std::size_t>(p)];
     added.SORT = added.LISTROW = toI2(p);
-    return p;
 }
 
-// Tenths, as the curve store keeps them; a value past its top is held there.
-int16_t tenths(float value) {
-    return toI2(clamp32767(roundHalfEven(static_cast<double>(value) * 10.0)));
-}
-
-YieldRow yieldRow(const growth::CurvePoint& point) {
-    return {tenths(point.diameter), tenths(point.volume), tenths(point.height), point.mai};
-}
-
-std::vector<growth::SpeciesShare> shares(const Model& m, const std::vector<Species>& list,
-                                         bool tipsy) {
-    std::vector<growth::SpeciesShare> result;
-    for (const Species& species : list) {
-        const auto row = static_cast<std::size_t>(tipsy ? FindTSpecIdx(m.Ref, species.code)
-                                                        : FindVSpecIdx(m.Ref, species.code));
-        const SpeciesRec& rec = tipsy ? m.Ref.SpeciesT.at(row) : m.Ref.SpeciesV.at(row);
-        result.push_back({species.code, species.percent, rec.Deciduous != 0});
-    }
-    return result;
-}
-
-// The natural stand's curve on the VDYP grid, with its species split.
-void fillVdypCurve(Model& m, int p, const Stand& stand) {
-    growth::StandInputs inputs;
-    inputs.siteIndex = stand.siteIndex;
-    inputs.species = shares(m, stand.vdyp, false);
-    inputs.utilisation = kUtilisation;
-    inputs.crownClosure = stand.closure;
-    const ProjectSettings& s = m.Settings;
-    for (int k = 0; k <= s.YieldRows[0]; ++k) {
-        const growth::CurvePoint point =
-            growth::naturalStandAt(inputs, s.YieldMinAge[0] + k * s.YieldIncAge[0]);
-        m.VYield(p, k) = yieldRow(point);
-        for (std::size_t slot = 0; slot < 6; ++slot)
-            m.VMix(p, k)[slot] = tenths(point.speciesVolume[slot]);
-    }
-}
-
-// The planted stand's curve on the TIPSY grid, thinned where the stand says so.
-void fillTipsyCurve(Model& m, int p, const Stand& stand) {
-    const PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
-    growth::StandInputs inputs;
-    inputs.siteIndex = poly.TI[0];
-    inputs.species = shares(m, stand.tipsy, true);
-    inputs.utilisation = kUtilisation;
-    inputs.density = kPlantingDensity;
-    inputs.oaf1 = m.Settings.OAF1;
-    inputs.oaf2 = m.Settings.OAF2;
-    const growth::CommercialThin thin{kThinAge, stand.thinned};
-    const ProjectSettings& s = m.Settings;
-    for (int k = 0; k <= s.YieldRows[1]; ++k) {
-        const int age = s.YieldMinAge[1] + k * s.YieldIncAge[1];
-        m.TYield(p, k) = yieldRow(stand.thinned > 0.0f ? growth::thinnedStandAt(inputs, thin, age)
-                                                       : growth::managedStandAt(inputs, age));
-    }
-    if (stand.thinned <= 0.0f) return;
-    const growth::ThinRecord record = growth::thinRecord(inputs, thin);
-    PolyMgmt& mgmt = m.PolyM[static_cast<std::size_t>(p)];
-    mgmt.COMTHIN = 1;
-    // The volume cut is whole m3/ha, from the stored tenths, as the TIPSY import works it out.
-    const int16_t before = tenths(record.volBefore);
-    const int16_t after = tenths(record.volAfter);
-    const auto volCut = toI2(roundHalfEven((before - after) / 10.0));
-    mgmt.TIPSYCACHE = {static_cast<int16_t>(record.age),
-                       volCut,
-                       before,
-                       after,
-                       tenths(record.diaBefore),
-                       tenths(record.diaAfter),
-                       tenths(record.htBefore),
-                       tenths(record.htAfter)};
-}
-
-// The curves that the stand's managements use, as the yield run would leave them: every stand
-// is planted after harvest (TIPSY), only the natural ones have a VDYP curve for now.
-void fillCurves(Model& m, int p, const Stand& stand) {
-    PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
-    if (stand.existing == Natural) {
-        fillVdypCurve(m, p, stand);
-        poly.VSICALC = stand.siteIndex;
-        m.PolyC[static_cast<std::size_t>(p)].VCCCALC = static_cast<float>(stand.closure);
-        poly.YIELDSTATE[0] = 2;
-    }
-    fillTipsyCurve(m, p, stand);
-    poly.TSICALC = poly.TI[0];
-    poly.YIELDSTATE[1] = 2;
-}
-
-void buildSample(Model& m) {
+// The inventory as a user enters it, with the saved calculation and the project's header; the
+// curves and the models' versions are the yield run's to fill.
+void enterInventory(Model& m) {
     programDefaults(m);
-    for (const Stand& stand : stands()) fillCurves(m, addStand(m, stand), stand);
-    UpdateYields(m);  // confirms the curves and works out their harvest ages
+    for (const Stand& stand : stands()) addStand(m, stand);
+    findSpecIDX(m);
 
     // The calculation opens ready for a search over the Crown and private land.
     CalcInputs& calc = m.Calc.inputs;
@@ -266,10 +205,84 @@ void buildSample(Model& m) {
     h.Company = "Sample Woodlot Ltd.";
     h.User = "Sample";
     h.Scenario = "Base case";
-    h.VDYPVersion = "7.33";
-    h.TIPSYVersion = "3.2m";
     h.StartDate = startDate();
     h.LastDate = lastDate();
+}
+
+// Every PSYU the stands name is in the reference table.
+void checkPsyuNumbers(Model& m, std::vector<std::string>& problems) {
+    for (const Stand& stand : stands())
+        if (LookupPSYU(m.Ref, psyuOf(stand)) == "NOT FOUND")
+            problems.push_back(std::string(stand.name) + ": PSYU " + std::to_string(psyuOf(stand)) +
+                               " is not in PSYU.DAT");
+}
+
+// The models' work folder (Paths[1]): made fresh, so that nothing of another run is read, and
+// removed with what the models left in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "make_sample-XXXXXX").string();
+        if (!mkdtemp(pattern.data())) throw ArborexError(ErrPathFileAccess, pattern);
+        path_ = pattern + "/";
+    }
+    ~TemporaryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+// Nobody watches the labels, and the stand-ins have closed their output when the runner
+// returns: there is nothing to wait for between two readings of its length.
+class UnwatchedRun final : public YieldRunObserver {
+public:
+    void stat(int, const std::string&) override {}
+    void postAdded(const PostItem&) override {}
+    void pause(int) override {}
+};
+
+bool usesModel(const PolyData& poly, int16_t model) {
+    return poly.MGNT[0] == model || poly.MGNT[1] == model;
+}
+
+// The checks before the run and the run of both models over every polygon, as the Calculate
+// Yield Tables screen makes them with "recalculate all" ticked. Adds to `problems` whatever
+// keeps the sample from being clean.
+void runYields(Model& m, Host& host, const std::string& share, std::vector<std::string>& problems) {
+    const TemporaryFolder work;
+    m.Paths[ArborexFolder] = share;
+    m.Paths[UserTemp] = work.path();
+    m.Files[FileVDYPexe] = share + "VDYP/vdypbat";
+    m.Files[FileTIPSYexe] = share + "TIPSY/btipsy";
+    m.Files[FileBTP] = share + "TIPSY/arborex2.btp";
+
+    const PreCalcResult check = PreCalcCheck(m);
+    for (const PostItem& item : check.errors) problems.push_back("error: " + item.text);
+    for (const PostItem& item : check.warnings) problems.push_back("warning: " + item.text);
+
+    batch::PosixProcessRunner runner;
+    UnwatchedRun observer;
+    const YieldRunResult run = runYieldTables(m, host, runner, {true, true, true}, observer);
+    for (const PostItem& item : run.post) problems.push_back("message: " + item.text);
+    const std::array<const char*, 2> models = {"VDYP", "TIPSY"};
+    for (std::size_t t = 0; t < models.size(); ++t)
+        if (!run.ran[t]) problems.push_back(std::string(models[t]) + " was not run");
+
+    for (int p = 0; p <= m.LastPoly; ++p) {
+        const PolyData& poly = m.Poly[static_cast<std::size_t>(p)];
+        for (std::size_t t = 0; t < models.size(); ++t)
+            if (usesModel(poly, static_cast<int16_t>(t)) && poly.YIELDSTATE[t] < 3)
+                problems.push_back(poly.NAME.str() + ": the " + models[t] +
+                                   " curve is left at YIELDSTATE " +
+                                   std::to_string(poly.YIELDSTATE[t]));
+    }
 }
 
 // A save stamps the moment it was made; the sample keeps its fixed date instead.
@@ -286,26 +299,48 @@ void restoreLastDate(const std::string& path) {
     if (!file) throw ArborexError(ErrPathFileAccess, path);
 }
 
+// The folder that holds the staged stand-ins, with its trailing "/".
+std::string shareFolder(int argc, char** argv) {
+    std::string folder = argc > 3 ? argv[3] : ARBOREX_SHARE_DIR;
+    if (!folder.empty() && folder.back() != '/') folder += '/';
+    return folder;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::string path = argc > 1 ? argv[1] : "samples/sample.arx";
     const std::string data = argc > 2 ? argv[2] : "data";
+    const std::string share = shareFolder(argc, argv);
+    std::vector<std::string> problems;
     try {
-        UnattendedHost unattended("make_sample", std::cerr);
+        // A box shown on the way (a table cut off, a file not found) is a problem of its own.
+        std::ostringstream boxes;
+        UnattendedHost unattended("box", boxes);
         Host& host = unattended.host;
         auto m = std::make_unique<Model>();
         LoadSpeciesV(m->Ref, host, data + "/SPECIESV.DAT");
         LoadSpeciesT(m->Ref, host, data + "/SPECIEST.DAT");
+        loadPSYU(m->Ref, host, data + "/PSYU.DAT");
         if (m->Ref.SpeciesVCount == 0 || m->Ref.SpeciesTCount == 0)
             throw ArborexError(ErrFileNotFound, data + ": no species tables");
-        buildSample(*m);
-        // A former sample would be kept as a .bak beside the new one; it is not wanted.
-        std::filesystem::remove(path);
-        SaveArx(*m, host, path, kCurrentFileVersion, false);
-        restoreLastDate(path);
+        enterInventory(*m);
+        checkPsyuNumbers(*m, problems);
+        runYields(*m, host, share, problems);
+        std::istringstream shown(boxes.str());
+        for (std::string line; std::getline(shown, line);) problems.push_back(line);
+        if (problems.empty()) {
+            // A former sample would be kept as a .bak beside the new one; it is not wanted.
+            std::filesystem::remove(path);
+            SaveArx(*m, host, path, kCurrentFileVersion, false);
+            restoreLastDate(path);
+        }
     } catch (const std::exception& e) {
-        std::cerr << "make_sample: cannot write " << path << ": " << e.what() << '\n';
+        problems.push_back(e.what());
+    }
+    if (!problems.empty()) {
+        std::cerr << "make_sample: cannot write " << path << ":\n";
+        for (const std::string& problem : problems) std::cerr << "  " << problem << '\n';
         return 1;
     }
     std::cout << "Wrote " << path << '\n';
