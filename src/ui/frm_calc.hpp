@@ -148,6 +148,11 @@ private:
     // The delimited calculation report and its settings (frm_calc_report_actions.cpp).
     void mnuReport_Click();
     void mnuRepSet_Click();
+    // The Graph menu (frm_calc_graphs.cpp): the result graphs 0-6 and the time volume graph.
+    void mnuGraph_Click(int index);
+    void mniTimeVol_Click(int index);
+    // Hands a written control file to the graphing program; nothing for an empty path.
+    void openGraph(const std::string& path);
     void picCalc_MouseDown(Qt::MouseButton button, double x);
     // Selects the schedule rows of `rows` (row indices), clearing the others.
     void selectScheduleRows(const std::vector<int>& rows);

@@ -17,6 +17,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "report/graph_files.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/standing_graph.hpp"
 
@@ -90,6 +91,15 @@ void frmCalc::buildMenus(QMenuBar* bar) {
     sort->addSeparator();
     addMenuAction(sort, "mnuInclude_0", "Include All Polygons", [this] { mnuInclude_Click(0); });
     addMenuAction(sort, "mnuInclude_1", "Exclude All Polygons", [this] { mnuInclude_Click(1); });
+
+    QMenu* graphs = bar->addMenu("&Graph");
+    graphs->setObjectName("mnuGraphs");
+    addMenuAction(graphs, "mniTimeVol_1", "New Time Volume Graph", [this] { mniTimeVol_Click(1); });
+    graphs->addSeparator();
+    for (int i = 0; i < kResultGraphCount; ++i)
+        addMenuAction(graphs, qPrintable(QString("mnuGraph_%1").arg(i)),
+                      kResultGraphCaptions[static_cast<std::size_t>(i)],
+                      [this, i] { mnuGraph_Click(i); });
 }
 
 QLineEdit* frmCalc::addTextField(const char* name, std::string CalcScreen::*field, float low,
