@@ -40,6 +40,7 @@ class QTreeWidget;
 namespace arborex {
 
 class frmCalcStatus;
+class frmGraph;
 class StandingGraph;
 
 class frmCalc final : public QDialog, public CalcObserver {
@@ -153,6 +154,10 @@ private:
     void mniTimeVol_Click(int index);
     // Hands a written control file to the graphing program; nothing for an empty path.
     void openGraph(const std::string& path);
+    // The graphs drawn in the graph window (frm_calc_pictures.cpp): the standing volume by
+    // year, and the age distribution screen, which first closes that window.
+    void GraphTimeVolume();
+    void mniAgeDist_Click();
     void picCalc_MouseDown(Qt::MouseButton button, double x);
     // Selects the schedule rows of `rows` (row indices), clearing the others.
     void selectScheduleRows(const std::vector<int>& rows);
@@ -197,6 +202,7 @@ private:
     QAction* mniSortCustom_ = nullptr;
     QPointer<frmCalcStatus> status_;
     DocumentLauncher* launcher_ = nullptr;
+    QPointer<frmGraph> graph_;
 
     ScheduleTable table_;  // the schedule as shown, for the clipboard copy
     std::array<std::vector<OrderRow>, 2> shownLists_;

@@ -94,7 +94,9 @@ void frmCalc::buildMenus(QMenuBar* bar) {
 
     QMenu* graphs = bar->addMenu("&Graph");
     graphs->setObjectName("mnuGraphs");
+    addMenuAction(graphs, "mniTimeVol_0", "Time Volume Graph", [this] { GraphTimeVolume(); });
     addMenuAction(graphs, "mniTimeVol_1", "New Time Volume Graph", [this] { mniTimeVol_Click(1); });
+    addMenuAction(graphs, "mniAgeDist", "Age Distribution Graph", [this] { mniAgeDist_Click(); });
     graphs->addSeparator();
     for (int i = 0; i < kResultGraphCount; ++i)
         addMenuAction(graphs, qPrintable(QString("mnuGraph_%1").arg(i)),
