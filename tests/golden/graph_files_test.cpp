@@ -145,9 +145,7 @@ TEST(GraphFiles, WrittenIntoTheTemporaryFolderAndHandedToTheGraphingProgram) {
     EXPECT_TRUE(p.host.prompt.shown.empty());
     launcher.starts = false;
     EXPECT_FALSE(launchGraph(p.m, launcher, p.host.prompt, written));
-    ASSERT_EQ(p.host.prompt.shown.size(), 1u);
-    EXPECT_NE(p.host.prompt.shown[0].text.find("/opt/arborex/arborex-chart"), std::string::npos);
-    EXPECT_NE(p.host.prompt.shown[0].text.find(written), std::string::npos);
+    EXPECT_TRUE(p.host.prompt.shown.empty());  // a program that does not start is passed over
 
     // A failed write leaves the former file as it was.
     std::filesystem::create_directory(written + ".tmp");

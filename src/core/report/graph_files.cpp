@@ -237,17 +237,12 @@ std::string writeAgeGraph(const Model& m, const AgeGraphRequest& request, double
     return path;
 }
 
-bool launchGraph(const Model& m, DocumentLauncher& launcher, Prompt& prompt,
+bool launchGraph(const Model& m, DocumentLauncher& launcher, Prompt& /*prompt*/,
                  const std::string& path) {
+    // The graphing program's start is not checked: a missing or wrong one shows nothing here,
+    // and the control file stays in the temporary folder for another program.
     const std::string& program = m.Files[FileChartex];
-    if (!program.empty() && launcher.openWith(program, path)) return true;
-    prompt.tell("Graph",
-                "The graphing program could not be started:\n" +
-                    (program.empty() ? std::string("(none is set)") : program) +
-                    "\n\nThe graph was written to:\n" + path +
-                    "\n\nSet the graphing program's location in the settings.",
-                Icon::Exclamation);
-    return false;
+    return !program.empty() && launcher.openWith(program, path);
 }
 
 }  // namespace arborex

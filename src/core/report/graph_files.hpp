@@ -73,8 +73,8 @@ std::string writeResultGraph(const Model& m, const CalcRun& run, int index, doub
 std::string GraphTimeVolume2(const Model& m, double now);
 std::string writeAgeGraph(const Model& m, const AgeGraphRequest& request, double now);
 
-// Starts the graphing program Files[5] with the control file, without waiting for it. When it
-// cannot be started, a box names the program and the file; returns whether it started.
+// Starts the graphing program Files[5] with the control file, without waiting for it; returns
+// whether it started. A program that cannot be started is passed over without a box.
 bool launchGraph(const Model& m, DocumentLauncher& launcher, Prompt& prompt,
                  const std::string& path);
 
