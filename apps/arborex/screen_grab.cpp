@@ -1,5 +1,6 @@
 #include "screen_grab.hpp"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
@@ -19,9 +20,11 @@
 #include "model/project_file.hpp"
 #include "platform/qt_process_runner.hpp"
 #include "ui/frm_add.hpp"
+#include "ui/frm_age_dist.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_calc.hpp"
 #include "ui/frm_calc_yield.hpp"
+#include "ui/frm_graph.hpp"
 #include "ui/frm_harv_param.hpp"
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
@@ -66,6 +69,20 @@ bool savePolygonScreens(frmPolygon& screen, const Model& m, const QDir& folder) 
     }
     bool ok = showPolygonManagedBy(screen, m, 0) && save(screen, folder, "frmPolygon");
     ok = showPolygonManagedBy(screen, m, 1) && save(screen, folder, "frmPolygon-managed") && ok;
+    return ok;
+}
+
+// The time volume graph of the calculation on `calc`, and the age distribution screen.
+bool saveGraphScreens(frmCalc& calc, Model& m, Host& host, const QDir& folder) {
+    auto* timeVolume = calc.findChild<QAction*>("mniTimeVol_0");
+    if (!timeVolume) return false;
+    timeVolume->trigger();
+    auto* graph = calc.findChild<frmGraph*>();
+    bool ok = graph && save(*graph, folder, "frmGraph");
+    if (graph) graph->hide();
+    frmAgeDist ages(m, host, nullptr, &calc);
+    ok = save(ages, folder, "frmAgeDist") && ok;
+    ages.hide();
     return ok;
 }
 
@@ -155,6 +172,7 @@ int grabScreens(const std::string& folder, const std::string& project,
         ok = save(*status, target, "frmCalcStatus") && ok;
     else
         ok = false;
+    ok = saveGraphScreens(calc, *m, host, target) && ok;
     calc.hide();
     ok = saveCalcYieldScreens(*m, host, dataFolder, target) && ok;
     return ok ? 0 : 1;
