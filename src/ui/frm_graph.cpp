@@ -70,14 +70,21 @@ void drawLegend(QPainter& painter, QPointF at, const GraphPicture& p) {
     }
 }
 
+// The value axis' grid, behind the boxes and curves.
+void drawGrid(QPainter& painter, const Scale& s) {
+    painter.setPen(QPen(QColor(200, 200, 200), 1, Qt::DotLine));
+    for (const GraphTick& tick : s.p.y.ticks) {
+        const double y = s.y(tick.value);
+        painter.drawLine(QPointF(s.plot.left(), y), QPointF(s.plot.right(), y));
+    }
+}
+
 void drawAxes(QPainter& painter, const Scale& s) {
     const GraphPicture& p = s.p;
     const QFontMetrics metrics = painter.fontMetrics();
     const QRectF& plot = s.plot;
     for (const GraphTick& tick : p.y.ticks) {
         const double y = s.y(tick.value);
-        painter.setPen(QPen(QColor(220, 220, 220), 1, Qt::DotLine));
-        painter.drawLine(QPointF(plot.left(), y), QPointF(plot.right(), y));
         painter.setPen(Qt::black);
         painter.drawLine(QPointF(plot.left() - 4, y), QPointF(plot.left(), y));
         const QRectF label(0, y - metrics.height(), plot.left() - 7, 2 * metrics.height());
@@ -134,6 +141,7 @@ void paintGraph(QPainter& painter, const QRect& area, const GraphPicture& p) {
                      lq(p.title));
     painter.setFont(font);
 
+    drawGrid(painter, scale);
     for (const GraphBox& box : p.boxes) {
         const QRectF rect(QPointF(scale.x(box.left), scale.y(box.top)),
                           QPointF(scale.x(box.right), scale.y(box.bottom)));
