@@ -21,7 +21,7 @@
 namespace arborex::test {
 namespace {
 
-const std::string kDataDir = ARBOREX_SOURCE_DIR "/tests/golden/data/";
+const std::string kDataDir = ARBOREX_SOURCE_DIR "/tests/golden/data/document_report/";
 
 std::string readFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
@@ -104,8 +104,8 @@ std::string reportOf(const Model& m, ReportFormat format, const ReportContext& c
 TEST(DocumentReport, CalculatedProjectMatchesGoldenInBothForms) {
     CalcFixture& f = calculatedProject();
     const ReportContext day = fixedDay(f.run.HanzlikRate);
-    expectGolden(reportOf(f.m, ReportFormat::RTF, day), "document_report_calculated.rtf");
-    expectGolden(reportOf(f.m, ReportFormat::TXT, day), "document_report_calculated.txt");
+    expectGolden(reportOf(f.m, ReportFormat::RTF, day), "calculated.rtf");
+    expectGolden(reportOf(f.m, ReportFormat::TXT, day), "calculated.txt");
 }
 
 TEST(DocumentReport, ProjectWithoutCalculationMatchesGolden) {
@@ -113,7 +113,7 @@ TEST(DocumentReport, ProjectWithoutCalculationMatchesGolden) {
     describeProject(f);
     f.m.CutOrder = {0, 1};
     f.m.CutOrderLast = 1;
-    expectGolden(reportOf(f.m, ReportFormat::TXT, fixedDay()), "document_report_no_calc.txt");
+    expectGolden(reportOf(f.m, ReportFormat::TXT, fixedDay()), "no_calc.txt");
 }
 
 TEST(DocumentReport, RichTextEscapesBackslashBracesTabAndLatin1) {
