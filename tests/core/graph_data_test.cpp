@@ -125,5 +125,38 @@ TEST(GraphData, YieldCurveWithoutPolygonHasAxesButNoCurves) {
     EXPECT_TRUE(p.empty());
 }
 
+TEST(GraphData, YieldCurveTracesVolumeMaiAndDiameterAtEveryAgeStep) {
+    Model m;
+    ResetVars(m);
+    SetDefaults(m);  // TIPSY's grid: 0 to 350 by 10 years
+    m.LastPoly = 0;
+    EmptyArrays(m);
+    ResizePolygonArrays(m, 1);
+    m.Poly[0].NAME = "  BLK7 ";
+    for (int k = 0; k <= 35; ++k) {
+        YieldRow& r = m.TYield(0, k);
+        r.Vol = static_cast<int16_t>(k * 100);  // tenths: 10 m3/ha a step, 350 at the end
+        r.Dia = static_cast<int16_t>(k * 10);
+        r.Mai = 2.5f;
+    }
+    for (int k = 0; k < ColourCount; ++k) m.Settings.COLORS[static_cast<std::size_t>(k)] = k;
+    const GraphPicture p = GraphYieldCurve(m, 0, 1);
+    EXPECT_EQ(p.title, "Yield Table - BLK7");
+    EXPECT_EQ(p.x.low, 0.0);
+    EXPECT_EQ(p.x.high, 350.0);
+    EXPECT_EQ(p.y.high, 350.0);  // 350 is already on the 50 step
+    EXPECT_EQ(p.y.title, "Volume / Ha");
+    ASSERT_EQ(p.curves.size(), 3u);
+    EXPECT_EQ(p.curves[0].colour, ColVOL);
+    EXPECT_EQ(p.curves[1].colour, ColMAI);
+    EXPECT_EQ(p.curves[2].colour, ColDIA);
+    ASSERT_EQ(p.curves[0].points.size(), 36u);
+    EXPECT_EQ(p.curves[0].points[12], (std::pair<double, double>{120.0, 120.0}));
+    EXPECT_EQ(p.curves[1].points[12].second, 2.5);
+    EXPECT_EQ(p.curves[2].points[12].second, 12.0);
+    EXPECT_EQ(p.legend[0].name, "Vol/ha");
+    EXPECT_TRUE(p.legend[0].line);
+}
+
 }  // namespace
 }  // namespace arborex

@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
@@ -71,6 +73,9 @@ private slots:
         QVERIFY(graph->windowTitle().startsWith("Graph"));
         const QImage image = graph->image();
         QVERIFY(colouredPixels(image) > image.width() * image.height() / 20);
+
+        graph->findChild<QAction*>("mnuCopyImage")->trigger();
+        QCOMPARE(QGuiApplication::clipboard()->image().size(), image.size());
 
         const std::string bmp = gui.dir.file("graph.bmp");
         const std::string png = gui.dir.file("graph.png");
