@@ -107,8 +107,7 @@ void frmAgeDist::setupdefaults() {
 }
 
 void frmAgeDist::paintColour(int index) {
-    const int32_t c = colours_[static_cast<std::size_t>(index)];
-    const QColor colour(c & 0xff, (c >> 8) & 0xff, (c >> 16) & 0xff);
+    const QColor colour = storedColour(colours_[static_cast<std::size_t>(index)]);
     picCol_[static_cast<std::size_t>(index)]->setStyleSheet(
         QString("background-color: %1; border: 1px solid black;").arg(colour.name()));
 }

@@ -18,10 +18,6 @@ namespace {
 
 constexpr const char* kModule = "frmGraph";
 
-QColor colourOf(int32_t stored) {
-    return QColor(stored & 0xff, (stored >> 8) & 0xff, (stored >> 16) & 0xff);
-}
-
 // The fill styles, in the order of GraphFill.
 constexpr Qt::BrushStyle kBrushes[FillStyleCount] = {
     Qt::SolidPattern, Qt::NoBrush,      Qt::HorPattern,   Qt::VerPattern,
@@ -29,7 +25,7 @@ constexpr Qt::BrushStyle kBrushes[FillStyleCount] = {
 
 QBrush brushOf(int32_t colour, int16_t fill) {
     const bool known = fill >= 0 && fill < FillStyleCount;
-    return QBrush(colourOf(colour), known ? kBrushes[fill] : Qt::SolidPattern);
+    return QBrush(storedColour(colour), known ? kBrushes[fill] : Qt::SolidPattern);
 }
 
 // Maps the axes' units into the plotting rectangle.
@@ -56,7 +52,7 @@ void drawLegend(QPainter& painter, QPointF at, const GraphPicture& p) {
     for (const GraphKey& key : p.legend) {
         const QRectF swatch(at.x(), at.y() + 2, 18, line - 6);
         if (key.line) {
-            painter.setPen(QPen(colourOf(key.colour), 2));
+            painter.setPen(QPen(storedColour(key.colour), 2));
             painter.drawLine(QPointF(swatch.left(), swatch.center().y()),
                              QPointF(swatch.right(), swatch.center().y()));
         } else {
@@ -153,7 +149,7 @@ void paintGraph(QPainter& painter, const QRect& area, const GraphPicture& p) {
     for (const GraphCurve& curve : p.curves) {
         QPolygonF line;
         for (const auto& [x, y] : curve.points) line << QPointF(scale.x(x), scale.y(y));
-        painter.setPen(QPen(colourOf(curve.colour), 2));
+        painter.setPen(QPen(storedColour(curve.colour), 2));
         painter.drawPolyline(line);
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -161,6 +157,10 @@ void paintGraph(QPainter& painter, const QRect& area, const GraphPicture& p) {
     drawAxes(painter, scale);
     painter.setFont(font);
     drawLegend(painter, QPointF(plot.right() + 16, plot.top()), p);
+}
+
+QColor storedColour(int32_t stored) {
+    return QColor(stored & 0xff, (stored >> 8) & 0xff, (stored >> 16) & 0xff);
 }
 
 GraphView::GraphView(QWidget* parent) : QWidget(parent) {

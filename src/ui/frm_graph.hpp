@@ -3,6 +3,7 @@
 // yield curve, the age distribution). The picture is painted from the core's GraphPicture, and
 // can be copied to the clipboard or saved as a bitmap or PNG image.
 
+#include <QColor>
 #include <QDialog>
 #include <QImage>
 #include <QWidget>
@@ -12,6 +13,9 @@
 #include "report/graph_data.hpp"
 
 namespace arborex {
+
+// A colour as COLORS stores it (red + 256 green + 65536 blue).
+QColor storedColour(int32_t stored);
 
 // Draws a picture into `area`: white ground, title, axes with their ticks and titles, boxes,
 // curves and the legend. Text in Arial at 8 points.
