@@ -75,39 +75,55 @@ void drawGrid(QPainter& painter, const Scale& s) {
     }
 }
 
-void drawAxes(QPainter& painter, const Scale& s) {
-    const GraphPicture& p = s.p;
+QFont boldOf(QFont font) {
+    font.setBold(true);
+    return font;
+}
+
+// The x axis: its line, tick marks with their labels, and its title under them.
+void GraphXtic(QPainter& painter, const Scale& s) {
     const QFontMetrics metrics = painter.fontMetrics();
     const QRectF& plot = s.plot;
-    for (const GraphTick& tick : p.y.ticks) {
-        const double y = s.y(tick.value);
-        painter.setPen(Qt::black);
-        painter.drawLine(QPointF(plot.left() - 4, y), QPointF(plot.left(), y));
-        const QRectF label(0, y - metrics.height(), plot.left() - 7, 2 * metrics.height());
-        painter.drawText(label, Qt::AlignRight | Qt::AlignVCenter, lq(tick.label));
-    }
-    for (const GraphTick& tick : p.x.ticks) {
+    painter.setPen(Qt::black);
+    for (const GraphTick& tick : s.p.x.ticks) {
         const double x = s.x(tick.value);
         painter.drawLine(QPointF(x, plot.bottom()), QPointF(x, plot.bottom() + 4));
         const QRectF label(x - 60, plot.bottom() + 6, 120, metrics.height());
         painter.drawText(label, Qt::AlignHCenter | Qt::AlignTop, lq(tick.label));
     }
     painter.drawLine(plot.bottomLeft(), plot.bottomRight());
-    painter.drawLine(plot.bottomLeft(), plot.topLeft());
+    const QFont font = painter.font();
+    painter.setFont(boldOf(font));
+    const QRectF title(plot.left(), plot.bottom() + 8 + metrics.height(), plot.width(),
+                       metrics.height() + 4);
+    painter.drawText(title, Qt::AlignCenter, lq(s.p.x.title));
+    painter.setFont(font);
+}
 
-    QFont bold = painter.font();
-    bold.setBold(true);
-    painter.setFont(bold);
-    const QRectF xTitle(plot.left(), plot.bottom() + 8 + metrics.height(), plot.width(),
-                        metrics.height() + 4);
-    painter.drawText(xTitle, Qt::AlignCenter, lq(p.x.title));
+// The y axis: its line, tick marks with their labels, and its title and unit turned upright
+// along the left edge.
+void GraphYtic(QPainter& painter, const Scale& s) {
+    const QFontMetrics metrics = painter.fontMetrics();
+    const QRectF& plot = s.plot;
+    painter.setPen(Qt::black);
+    for (const GraphTick& tick : s.p.y.ticks) {
+        const double y = s.y(tick.value);
+        painter.drawLine(QPointF(plot.left() - 4, y), QPointF(plot.left(), y));
+        const QRectF label(0, y - metrics.height(), plot.left() - 7, 2 * metrics.height());
+        painter.drawText(label, Qt::AlignRight | Qt::AlignVCenter, lq(tick.label));
+    }
+    painter.drawLine(plot.bottomLeft(), plot.topLeft());
+    const QFont font = painter.font();
+    painter.setFont(boldOf(font));
     painter.save();
     painter.translate(4, plot.center().y());
     painter.rotate(-90);
-    const QString yTitle = lq(p.y.title) + (p.y.unit.empty() ? "" : " " + lq(p.y.unit));
+    const GraphAxis& axis = s.p.y;
+    const QString title = lq(axis.title) + (axis.unit.empty() ? "" : " " + lq(axis.unit));
     painter.drawText(QRectF(-plot.height() / 2, 0, plot.height(), metrics.height() + 4),
-                     Qt::AlignCenter, yTitle);
+                     Qt::AlignCenter, title);
     painter.restore();
+    painter.setFont(font);
 }
 
 }  // namespace
@@ -154,8 +170,8 @@ void paintGraph(QPainter& painter, const QRect& area, const GraphPicture& p) {
     }
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
-    drawAxes(painter, scale);
-    painter.setFont(font);
+    GraphXtic(painter, scale);
+    GraphYtic(painter, scale);
     drawLegend(painter, QPointF(plot.right() + 16, plot.top()), p);
 }
 
