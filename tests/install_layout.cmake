@@ -6,7 +6,7 @@ execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFI
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "cmake --install failed: ${result}")
 endif()
-foreach(file bin/arborex bin/arborex-batch share/applications/arborex.desktop
+foreach(file bin/arborex bin/arborex-batch bin/arborex-chart share/applications/arborex.desktop
              share/mime/packages/arborex.xml share/icons/hicolor/scalable/apps/arborex.svg
              share/arborex/SPECIEST.DAT share/arborex/DEFAULT.DEF share/arborex/VDYP/vdypbat
              share/arborex/VDYP/ALTWBS.DAT share/arborex/TIPSY/btipsy

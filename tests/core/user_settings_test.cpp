@@ -174,6 +174,19 @@ TEST(DefaultPaths, TheMachinesDocumentsFolderExpandsUserVariables) {
     EXPECT_EQ(pc.m.Paths[UserDocuments], pc.dir.file("home/Plans/pat/"));
     EXPECT_EQ(pc.m.Files[FileVDYPexe], pc.install() + "VDYP/vdypbat");
     EXPECT_EQ(pc.m.Files[FileManual], pc.install() + "AXRM31.pdf");
+    EXPECT_EQ(pc.m.Files[FileChartex], pc.install() + "arborex-chart");  // data beside it
+}
+
+TEST(DefaultPaths, TheGraphingProgramIsArborexChartBesideTheProgram) {
+    // Paths[0] as the program finds it in an installation or the build tree: PREFIX/bin/ holds
+    // the programs, PREFIX/share/arborex/ the data.
+    for (const char* data : {"/usr/share/arborex/", "/usr/bin/../share/arborex/"}) {
+        Machine pc;
+        pc.m.Paths[ArborexFolder] = data;
+        DefaultPaths(pc.m, pc.host);
+        EXPECT_EQ(pc.m.Files[FileChartex], "/usr/bin/arborex-chart") << data;
+        EXPECT_EQ(pc.m.Files[FileManual], std::string(data) + "AXRM31.pdf") << data;
+    }
 }
 
 TEST(GetAppPath, AsksUntilAFolderHoldsTheSpeciesTable) {

@@ -13,7 +13,7 @@ void installProgramFolder(const std::string& folder) {
              fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     for (const char* program :
          {"VDYP/vdypbat", "TIPSY/btipsy", "VDYP/vdyp.hlp", "TIPSY/TIPSY32.hlp", "AXRM31.pdf",
-          "chartex.exe", "TIPSY/arborex2.btp"}) {
+          "arborex-chart", "TIPSY/arborex2.btp"}) {
         const fs::path path = fs::path(folder) / program;
         fs::create_directories(path.parent_path());
         std::ofstream(path) << "stand-in";

@@ -37,14 +37,26 @@ struct ProgramFile {
     int index;
     const char* key;
     const char* relative;
+    bool withPrograms = false;  // in the programs' folder rather than the data folder
 };
 
+// The graphing program is arborex-chart, installed beside arborex itself.
 constexpr ProgramFile kProgramFiles[] = {
     {FileVDYPexe, "VDYPexe", "VDYP/vdypbat"},    {FileTIPSYexe, "TIPSYexe", "TIPSY/btipsy"},
     {FileVDYPhelp, "VDYPhelp", "VDYP/vdyp.hlp"}, {FileTIPSYhelp, "TIPSYhelp", "TIPSY/TIPSY32.hlp"},
-    {FileManual, "ARBOREXhelp", "AXRM31.pdf"},   {FileChartex, "Chartex", "chartex.exe"},
+    {FileManual, "ARBOREXhelp", "AXRM31.pdf"},   {FileChartex, "Chartex", "arborex-chart", true},
     {FileBTP, "BTPfile", "TIPSY/arborex2.btp"},
 };
+
+// The folder of the programs for a data folder: PREFIX/bin/ for PREFIX/share/arborex/ (the
+// installed and the build tree's layout), else the data folder itself (data beside them).
+std::string programsFolder(const std::string& dataFolder) {
+    const fs::path data = fs::path(dataFolder).lexically_normal();
+    const fs::path folder = data.has_filename() ? data : data.parent_path();
+    if (folder.filename() != "arborex" || folder.parent_path().filename() != "share")
+        return dataFolder;
+    return withTrailingSlash((folder.parent_path().parent_path() / "bin").string());
+}
 
 }  // namespace
 
@@ -81,8 +93,10 @@ void DefaultPaths(Model& m, Host& host) {
     m.Paths[UserDocuments] = !shared.empty() ? withTrailingSlash(shared)
                                              : env.documentsFolder() + "/" + "Arborex for Windows/";
 
+    const std::string programs = programsFolder(m.Paths[ArborexFolder]);
     for (const ProgramFile& file : kProgramFiles)
-        m.Files[static_cast<std::size_t>(file.index)] = m.Paths[ArborexFolder] + file.relative;
+        m.Files[static_cast<std::size_t>(file.index)] =
+            (file.withPrograms ? programs : m.Paths[ArborexFolder]) + file.relative;
     // The editors' defaults ask the desktop, which is slow; LoadRegistry asks only for those
     // that the user has not set.
     for (int i = FileEditorWord; i <= FileEditorImage; ++i)

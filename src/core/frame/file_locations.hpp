@@ -18,7 +18,9 @@ bool GetAppPath(Model& m, Host& host, const std::string& programFolder);
 // The defaults of the temporary and documents folders and of the outside programs, before the
 // user's settings are read: Paths[1] under the user's application data, Paths[3] the machine's
 // DefaultUserDocuments with "%UserName%" and "%UserProfile%" expanded, Paths[2] that or the
-// user's documents folder + "Arborex for Windows/", Files[0..6] and [11] beside Paths[0].
+// user's documents folder + "Arborex for Windows/", Files[0..6] and [11] beside Paths[0], but
+// the graphing program Files[5] (arborex-chart) beside the program: PREFIX/bin/ when Paths[0]
+// is PREFIX/share/arborex/.
 void DefaultPaths(Model& m, Host& host);
 
 // Makes the temporary and documents folders and checks that files can be written there; checks
