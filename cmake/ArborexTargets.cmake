@@ -25,6 +25,8 @@ function(arborex_add_test source)
   arborex_target_defaults(${name})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS})
   add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+  # A test that hangs (a box nobody answers) fails after five minutes instead of holding the run.
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
   if(ARG_GUI)
     set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" LABELS gui)
   else()
