@@ -67,16 +67,18 @@ void styleAxis(QAbstractAxis& axis, const ControlFont& labels, const ControlFont
     axis.setLinePen(QPen(Qt::black));
 }
 
-// The yearly axis: a tick with its label at each labelled row, a bare tick at each "*tic".
+// The yearly axis: a tick with its label at each labelled row. The bare ticks of "*tic" rows
+// are left out: a category axis gives every tick a label, and rotated labels, even empty ones,
+// take the height of a line across the axis, which hides the years beside them on a long
+// horizon.
 QCategoryAxis* rowAxis(const ControlGraph& g) {
     auto* axis = new QCategoryAxis;
     axis->setLabelsPosition(QCategoryAxis::AxisLabelsPositionOnValue);
     axis->setStartValue(-1);
-    QString bare;  // category labels must differ: bare ticks get ever longer blanks
     for (std::size_t i = 0; i < g.xLabels.size(); ++i) {
         const std::string label = trim(g.xLabels[i]);
-        if (label.empty()) continue;
-        axis->append(label == "*tic" ? (bare += ' ') : latin1(label), static_cast<double>(i));
+        if (label.empty() || label == "*tic") continue;
+        axis->append(latin1(label), static_cast<double>(i));
     }
     axis->setRange(0, std::max<double>(1, static_cast<double>(g.xLabels.size()) - 1));
     return axis;

@@ -7,22 +7,26 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPixmap>
+#include <QProcess>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QWidget>
 #include <iostream>
 #include <memory>
 
+#include "base/dates.hpp"
 #include "base/unattended_host.hpp"
 #include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
 #include "platform/qt_process_runner.hpp"
+#include "report/graph_files.hpp"
 #include "ui/frm_add.hpp"
 #include "ui/frm_age_dist.hpp"
 #include "ui/frm_arbo.hpp"
 #include "ui/frm_calc.hpp"
+#include "ui/frm_calc_report.hpp"
 #include "ui/frm_calc_yield.hpp"
 #include "ui/frm_graph.hpp"
 #include "ui/frm_harv_param.hpp"
@@ -83,6 +87,35 @@ bool saveGraphScreens(frmCalc& calc, Model& m, Host& host, const QDir& folder) {
     frmAgeDist ages(m, host, nullptr, &calc);
     ok = save(ages, folder, "frmAgeDist") && ok;
     ages.hide();
+    return ok;
+}
+
+// Each graph kind of the calculation on `run`, as the graph viewer installed beside this program
+// draws its control file: the seven result graphs, the time volume graph and the age
+// distribution.
+bool saveChartPictures(Model& m, const CalcRun& run, const QDir& folder) {
+    QTemporaryDir work;
+    if (!work.isValid()) return false;
+    const std::string before = m.Paths[UserTemp];
+    m.Paths[UserTemp] = ss(work.path()) + "/";
+    const double now = dateNow();
+    const QString viewer = QApplication::applicationDirPath() + "/arborex-chart";
+    // The result graphs share one control file: each is drawn before the next is written.
+    const auto draw = [&](const std::string& control, const QString& name) {
+        const QString path = folder.filePath(name + ".png");
+        const bool drawn =
+            !control.empty() && QProcess::execute(viewer, {qs(control), "--png", path}) == 0;
+        std::cerr << (drawn ? "wrote " : "cannot write ") << ss(path) << '\n';
+        return drawn;
+    };
+    bool ok = true;
+    for (int index = 0; index < kResultGraphCount; ++index)
+        ok = draw(writeResultGraph(m, run, index, now), QString("chart-graph-%1").arg(index)) && ok;
+    ok = draw(GraphTimeVolume2(m, now), "chart-time-volume") && ok;
+    ok = draw(writeAgeGraph(m, defaultAgeGraphRequest(run.StartYear), now),
+              "chart-age-distribution") &&
+         ok;
+    m.Paths[UserTemp] = before;
     return ok;
 }
 
@@ -173,6 +206,10 @@ int grabScreens(const std::string& folder, const std::string& project,
     else
         ok = false;
     ok = saveGraphScreens(calc, *m, host, target) && ok;
+    ok = saveChartPictures(*m, run, target) && ok;
+    frmCalcReport reportSettings(*m, host, &calc);
+    ok = save(reportSettings, target, "frmCalcReport") && ok;
+    reportSettings.hide();
     calc.hide();
     ok = saveCalcYieldScreens(*m, host, dataFolder, target) && ok;
     return ok ? 0 : 1;
