@@ -51,6 +51,7 @@ void describeProject(CalcFixture& f) {
     m.Poly[1].SILVI = 1;
     m.Poly[1].PCPERC = -1;
     m.Poly[1].PCNEXT = 20;
+    if (m.LastPoly < 3) return;  // the smaller land bases have no third and fourth stand
     m.Poly[2].HAR[0] = -1;
     m.PolyC[3].EXCLUDE = 1;
 }
