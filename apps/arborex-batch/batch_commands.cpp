@@ -54,7 +54,7 @@ std::string usageText() {
            "                             messages); by default the installed one\n"
            "\n"
            "Exit status: 0 done, 1 a project could not be loaded, saved or read, 2 a wrong\n"
-           "command line, 3 a calculation, a polygon action or a yield run refused.\n";
+           "command line, 3 a calculation, a polygon action, a yield run or a report refused.\n";
 }
 
 int runInfo(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {

@@ -10,6 +10,7 @@
 #include "batch_commands.hpp"
 #include "batch_host.hpp"
 #include "batch_project.hpp"
+#include "calc_command.hpp"
 #include "report/graph_files.hpp"
 
 namespace arborex::batch {
@@ -109,7 +110,7 @@ int runGraph(const std::vector<std::string>& args, std::ostream& out, std::ostre
     if (!options.quiet) batch.prompt().writeNotes(err);
     if (m->Calc.CutCount == 0) {
         err << kProgram << ": " << path << " holds no calculation to graph\n";
-        return ExitFailed;
+        return ExitRefused;
     }
     const double now = dateNow();
     std::string text;

@@ -77,9 +77,10 @@ TEST(GraphCommand, WritesEachKindOfTheSavedCalculationAndRefusesWithoutOne) {
     EXPECT_EQ(r.code, 2);
     EXPECT_FALSE(std::filesystem::exists(out));
 
-    // A project without a calculation: one line, a failure, no file.
+    // A project without a calculation is refused as report and schedule refuse it: one line,
+    // status 3, no file.
     r = graph({kSample, "0", out});
-    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.code, 3);
     EXPECT_EQ(test::lineCount(r.err), 1);
     EXPECT_TRUE(has(r.err, "holds no calculation to graph"));
     EXPECT_FALSE(std::filesystem::exists(out));
