@@ -25,7 +25,8 @@ namespace {
 using graphtext::ControlText;
 using Cells = std::vector<std::string>;
 
-struct ResultGraphSpec {
+// The lines that set each result graph apart: its kind, title, value axis and legend title.
+struct ResultGraphLines {
     const char* type;
     const char* title1;
     const char* yLabel;
@@ -33,7 +34,7 @@ struct ResultGraphSpec {
     const char* legendTitle;
 };
 
-constexpr ResultGraphSpec kSpecs[kResultGraphCount] = {
+constexpr ResultGraphLines kResultGraphLines[kResultGraphCount] = {
     {"Type=LineFill", "Title1= Volume Harvested over Time", "Y1AxisLabel = Volume (m\xb3)",
      "Y1AxisUnit = m\xb3", "LegendTitle=Timber Type"},
     {"Type=Line", "Title1= Area Harvested over Time", "Y1AxisLabel = Area (ha)", "Y1AxisUnit = ha",
@@ -137,14 +138,14 @@ std::vector<SpeciesSeries> harvestedSpecies(const Model& m, const CalcRun& run) 
 
 std::string resultGraphText(const Model& m, const CalcRun& run, int index, double now) {
     if (index < 0 || index >= kResultGraphCount) throw ArborexError(ErrSubscript, "graph index");
-    const ResultGraphSpec& spec = kSpecs[index];
+    const ResultGraphLines& lines = kResultGraphLines[index];
     const CalcState& calc = m.Calc;
     const int years = m.Settings.PLANHORZ;
     ControlText t;
-    graphtext::openGraph(t, m, now, spec.type, spec.title1);
+    graphtext::openGraph(t, m, now, lines.type, lines.title1);
     graphtext::commonLines(t, m);
     graphtext::yearlyLines(t);
-    graphtext::axisLines(t, spec.yLabel, spec.yUnit, spec.legendTitle);
+    graphtext::axisLines(t, lines.yLabel, lines.yUnit, lines.legendTitle);
     const int32_t rate = calc.inputs.SavedVolRate;
     if (index == 6) t.line("Y1max = " + std::to_string(2LL * rate));
     t.line("*table");
