@@ -76,6 +76,12 @@ std::string mgntText(const PolyData& poly) {
 
 }  // namespace
 
+void writeHarvAgeJson(JsonWriter& json, const HarvAgeRec& h) {
+    json.beginObject(Layout::Inline);
+    visitHarvAge(h, [&json](const char* name, const auto& value) { json.member(name, value); });
+    json.endObject();
+}
+
 const char* curveModelName(int16_t model) {
     return model == 0 ? "VDYP" : "TIPSY";
 }
@@ -143,7 +149,6 @@ void writeAgesText(const Model& m, std::ostream& out) {
 
 void writeAgesJson(const Model& m, std::ostream& out) {
     JsonWriter json(out);
-    const auto field = [&json](const char* name, const auto& value) { json.member(name, value); };
     json.beginObject();
     json.key("criteria");
     json.beginObject(Layout::Inline);
@@ -163,11 +168,8 @@ void writeAgesJson(const Model& m, std::ostream& out) {
         json.arrayMember("MGNT", poly.MGNT);
         json.key("HarvAge");
         json.beginArray();
-        for (int16_t model : {int16_t{0}, int16_t{1}}) {
-            json.beginObject(Layout::Inline);
-            visitHarvAge(harvAgeOf(m, p, model), field);
-            json.endObject();
-        }
+        for (int16_t model : {int16_t{0}, int16_t{1}})
+            writeHarvAgeJson(json, harvAgeOf(m, p, model));
         json.endArray();
         json.endObject();
     }
@@ -202,10 +204,7 @@ void writeCurveJson(const Model& m, const CurveTable& curve, std::ostream& out) 
     json.member("NAME", m.Poly.at(static_cast<std::size_t>(curve.polygon)).NAME.str());
     json.member("model", curve.model);
     json.key("HarvAge");
-    json.beginObject(Layout::Inline);
-    visitHarvAge(harvAgeOf(m, curve.polygon, curve.model),
-                 [&json](const char* name, const auto& value) { json.member(name, value); });
-    json.endObject();
+    writeHarvAgeJson(json, harvAgeOf(m, curve.polygon, curve.model));
     json.key("species");
     json.beginArray(Layout::Inline);
     for (const SpeciesColumn& column : curve.species) json.value(column.code);

@@ -24,6 +24,11 @@
 
 namespace arborex::batch {
 
+class JsonWriter;
+
+// One HarvAge record as an inline JSON object, its keys in the order above.
+void writeHarvAgeJson(JsonWriter& json, const HarvAgeRec& h);
+
 // A VDYP species of the polygon that has a code: its slot 0..5 and the code.
 struct SpeciesColumn {
     int16_t slot;

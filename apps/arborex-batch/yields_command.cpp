@@ -16,6 +16,7 @@
 #include "batch_host.hpp"
 #include "batch_project.hpp"
 #include "calc_command.hpp"
+#include "curve_tables.hpp"
 #include "json_writer.hpp"
 #include "model/project_file.hpp"
 #include "posix_process_runner.hpp"
@@ -181,16 +182,7 @@ void writePolygonsJson(const Model& m, const YieldsOutcome& o, JsonWriter& json)
         json.arrayMember("YIELDSTATE", m.Poly[i].YIELDSTATE);
         json.key("HarvAge");
         json.beginArray();
-        for (const HarvAgeRec& ages : m.HarvAge[i]) {
-            json.beginObject(Layout::Inline);
-            json.member("MaiAge", ages.MaiAge);
-            json.member("VolAge", ages.VolAge);
-            json.member("DiaAge", ages.DiaAge);
-            json.member("ConstraintAge", ages.ConstraintAge);
-            json.member("HarvestAge", ages.HarvestAge);
-            json.member("MaxMAI", ages.MaxMAI);
-            json.endObject();
-        }
+        for (const HarvAgeRec& ages : m.HarvAge[i]) writeHarvAgeJson(json, ages);
         json.endArray();
         json.endObject();
     }
