@@ -8,8 +8,6 @@
 //   tables) to data, SHARE (the staged VDYP/vdypbat, TIPSY/btipsy and TIPSY/arborex2.btp) to
 //   the build tree's share/arborex
 
-#include <stdlib.h>
-
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -31,6 +29,7 @@
 #include "model/reference_tables.hpp"
 #include "model/species_binding.hpp"
 #include "posix_process_runner.hpp"
+#include "work_folder.hpp"
 #include "yield/yield_run.hpp"
 
 namespace {
@@ -217,28 +216,6 @@ void checkPsyuNumbers(Model& m, std::vector<std::string>& problems) {
                                " is not in PSYU.DAT");
 }
 
-// The models' work folder (Paths[1]): made fresh, so that nothing of another run is read, and
-// removed with what the models left in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "make_sample-XXXXXX").string();
-        if (!mkdtemp(pattern.data())) throw ArborexError(ErrPathFileAccess, pattern);
-        path_ = pattern + "/";
-    }
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
-};
-
 // Nobody watches the labels, and the stand-ins have closed their output when the runner
 // returns: there is nothing to wait for between two readings of its length.
 class UnwatchedRun final : public YieldRunObserver {
@@ -256,7 +233,7 @@ bool usesModel(const PolyData& poly, int16_t model) {
 // Yield Tables screen makes them with "recalculate all" ticked. Adds to `problems` whatever
 // keeps the sample from being clean.
 void runYields(Model& m, Host& host, const std::string& share, std::vector<std::string>& problems) {
-    const TemporaryFolder work;
+    const batch::WorkFolder work("make_sample");
     m.Paths[ArborexFolder] = share;
     m.Paths[UserTemp] = work.path();
     m.Files[FileVDYPexe] = share + "VDYP/vdypbat";

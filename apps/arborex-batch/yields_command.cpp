@@ -1,10 +1,7 @@
 #include "yields_command.hpp"
 
-#include <stdlib.h>
-
 #include <array>
 #include <chrono>
-#include <filesystem>
 #include <optional>
 #include <ostream>
 #include <stdexcept>
@@ -21,6 +18,7 @@
 #include "model/project_file.hpp"
 #include "posix_process_runner.hpp"
 #include "project_summary.hpp"
+#include "work_folder.hpp"
 #include "yield/yield_run.hpp"
 
 namespace arborex::batch {
@@ -30,29 +28,6 @@ namespace {
 constexpr const char* kForm =
     "yields PROJECT [--all] [--vdyp-only | --tipsy-only] [--vdyp-program PATH] "
     "[--tipsy-program PATH] [--save OUT] [--json] [--quiet] [--data DIR]";
-
-// The models' work folder: made fresh for one run, so that nothing of another run is read, and
-// removed with what the models left in it.
-class WorkFolder {
-public:
-    WorkFolder() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "arborex-yields-XXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            throw ArborexError(ErrPathFileAccess, "cannot make a temporary folder");
-        path_ = pattern + "/";
-    }
-    ~WorkFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    WorkFolder(const WorkFolder&) = delete;
-    WorkFolder& operator=(const WorkFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
-};
 
 // The labels as the run leaves them; the pause is a real one, as the screen's timer is.
 class LabelRecorder final : public YieldRunObserver {
@@ -261,7 +236,7 @@ int runYields(const std::vector<std::string>& args, std::ostream& out, std::ostr
     if (!options.quiet) batch.prompt().writeNotes(err);
     const std::size_t loadBoxes = batch.prompt().shown().size();
 
-    const WorkFolder work;
+    const WorkFolder work("arborex-yields");
     const std::string data = m->Paths[ArborexFolder];
     m->Paths[UserTemp] = work.path();
     m->Files[FileVDYPexe] = programOf(options, "--vdyp-program", data + "VDYP/vdypbat");
