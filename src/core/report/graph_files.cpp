@@ -8,6 +8,7 @@
 #include "base/dates.hpp"
 #include "base/display_format.hpp"
 #include "base/errors.hpp"
+#include "base/numeric.hpp"
 #include "model/colours.hpp"
 #include "report/graph_files_text.hpp"
 
@@ -156,7 +157,7 @@ AgeGraphRequest defaultAgeGraphRequest(int firstYear) {
     request.colours = {rgb(0, 128, 0),   rgb(0, 128, 128), rgb(128, 0, 0),
                        rgb(128, 0, 128), rgb(128, 128, 0), rgb(192, 192, 192)};
     for (std::size_t i = 0; i < request.years.size(); ++i)
-        request.years[i] = static_cast<int16_t>(firstYear + 10 * static_cast<int>(i));
+        request.years[i] = toI2(firstYear + 10 * static_cast<int>(i));
     return request;
 }
 
