@@ -199,15 +199,24 @@ ScheduleTable scheduleTable(CalcSession& s, ScheduleView view, bool advanced) {
 
 std::string scheduleClipboardText(const ScheduleTable& table, const std::string& path,
                                   double when) {
+    std::vector<std::span<const std::string>> rows;
+    rows.reserve(table.rows.size());
+    for (const ScheduleRow& row : table.rows) rows.emplace_back(row.cells);
+    return listClipboardText("Harvest Schedule - ", table.columns, rows, path, when);
+}
+
+std::string listClipboardText(std::string_view heading, const std::vector<std::string>& titles,
+                              const std::vector<std::span<const std::string>>& rows,
+                              const std::string& path, double when) {
     const std::string end = "\r\n";
-    std::string text = "Harvest Schedule - " + formatDate(when, "Long Time") + " on " +
+    std::string text = std::string(heading) + formatDate(when, "Long Time") + " on " +
                        formatDate(when, "Short Date") + end + path + end + kProgramTitle + " " +
                        kReleaseNumber + " (" + kReleaseDate + ")" + end + end;
-    for (const std::string& title : table.columns) text += title + "\t";
+    for (const std::string& title : titles) text += title + "\t";
     text += end;
-    for (const ScheduleRow& row : table.rows) {
-        for (std::size_t i = 0; i < row.cells.size(); ++i)
-            text += (i == 0 ? row.cells[i] : trim(row.cells[i])) + "\t";
+    for (const std::span<const std::string> cells : rows) {
+        for (std::size_t i = 0; i < cells.size(); ++i)
+            text += (i == 0 ? cells[i] : trim(cells[i])) + "\t";
         text += end;
     }
     return text;

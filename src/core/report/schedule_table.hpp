@@ -4,7 +4,9 @@
 // every cell formatted as the screen shows it, and the table as the clipboard receives it.
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "harvest/calc_session.hpp"
@@ -44,5 +46,13 @@ ScheduleTable scheduleTable(CalcSession& s, ScheduleView view, bool advanced);
 // The table as the clipboard copy gives it: the heading lines, the titles, then each row's cells
 // trimmed, every cell followed by a tab. `when` is a date-time day count; `path` the project's.
 std::string scheduleClipboardText(const ScheduleTable& table, const std::string& path, double when);
+
+// What every list's clipboard copy holds: `heading` ("Harvest Schedule - ") with the time and
+// date, the project's path, the program line, a blank line, the titles each followed by a tab,
+// then per row its first cell as it is and the others trimmed, each followed by a tab. Lines
+// end in CR LF.
+std::string listClipboardText(std::string_view heading, const std::vector<std::string>& titles,
+                              const std::vector<std::span<const std::string>>& rows,
+                              const std::string& path, double when);
 
 }  // namespace arborex
