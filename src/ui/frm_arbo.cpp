@@ -28,6 +28,7 @@
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
+#include "ui/frm_summary.hpp"
 #include "ui/startup_sequence.hpp"
 #include "ui/ui_helpers.hpp"
 #include "yield/work_files.hpp"
@@ -56,7 +57,7 @@ constexpr std::array<ViewButton, 6> kViewButtons = {{
 
 // Screens of the views that this build provides; the buttons of the others stay disabled.
 bool screenExists(int view) {
-    return view == 0 || view == 1 || view == 3 || view == 4 || view == 7;
+    return (view >= 0 && view <= 4) || view == 7;
 }
 
 }  // namespace
@@ -182,6 +183,13 @@ void frmArbo::view(int n) {
             connect(polygon_, &frmPolygon::polygonsChanged, this, &frmArbo::refreshButtons);
         }
         screen = polygon_;
+    } else if (n == 2) {
+        if (!summary_) {
+            summary_ = new frmSummary(m_, host_, this);
+            connect(summary_, &frmSummary::saveRequested, this, &frmArbo::mniSave_Click);
+            connect(summary_, &frmSummary::saveAsRequested, this, &frmArbo::mniSaveAs_Click);
+        }
+        screen = summary_;
     } else if (n == 3) {
         if (!calc_) calc_ = new frmCalc(m_, host_, calcRun_, this);
         screen = calc_;
@@ -224,6 +232,7 @@ void frmArbo::showMenu() {
 void frmArbo::UpdateCaption() {
     arborex::UpdateCaption(*this, m_, kProgramTitle);
     if (polygon_) polygon_->UpdateCaption();
+    if (summary_) summary_->UpdateCaption();
 }
 
 void frmArbo::refreshButtons() {

@@ -23,6 +23,7 @@ class frmCalc;
 class frmPolygon;
 class frmProject;
 class frmSettingsReg;
+class frmSummary;
 
 class frmArbo final : public QMainWindow {
     Q_OBJECT
@@ -94,6 +95,7 @@ private:
     QPointer<frmProject> project_;
     QPointer<frmSettingsReg> settings_;
     QPointer<frmCalc> calc_;
+    QPointer<frmSummary> summary_;
     QPointer<frmPolygon> polygon_;
     // The calculation's state outlives its screen: reopening expands the curves into the memory
     // the last opening left, which is most of the cost of opening a large project.
