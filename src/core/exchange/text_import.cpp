@@ -115,7 +115,8 @@ void importLine(Model& m, Host& host, PolygonImport& run, const ColumnMap& map,
     const auto& catalogue = SetupVars();
     for (std::size_t i = 0; i < cells.size(); ++i) {
         const int index = map.variable[i];
-        if (index < 0 || static_cast<int>(i) == map.name) continue;
+        // The name was set by setPolygon; a second NAME column must not rename the polygon.
+        if (index <= kNameVariable) continue;
         importCell(m, run, catalogue[static_cast<std::size_t>(index)].VarKey, cellText(cells[i]));
     }
     DoYieldsNeedToBeUpdated(m, p);
