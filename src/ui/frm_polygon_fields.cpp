@@ -188,6 +188,8 @@ void frmPolygon::lockFields(bool locked) {
     for (QRadioButton* option : optCutMeth_) option->setEnabled(!locked);
     for (QPushButton* button : {cmdPoly_[1], cmdPoly_[2], cmdPSYULookup_, cmdPSYUFind_})
         button->setEnabled(!locked);
+    cmdCT_->setEnabled(!locked);
+    cmdFert_->setEnabled(!locked);
     for (const char* name : {"mniDelPoly", "mniRenPoly", "mniSaveDefault"})
         if (auto* action = findChild<QAction*>(name)) action->setEnabled(!locked);
 }
