@@ -153,9 +153,9 @@ void frmSummary::setupGrid() {
     for (std::size_t c = 0; c < kSummaryColumns.size(); ++c) {
         const int column = static_cast<int>(c);
         lsvSum_->setColumnWidth(column, kSummaryColumns[c].width / kTwipsPerPixel);
+        // The narrow columns cut their captions: the start of each stays in view and the
+        // whole caption shows on hovering.
         lsvSum_->headerItem()->setToolTip(column, captions[column]);
-        if (!textColumn(c))
-            lsvSum_->headerItem()->setTextAlignment(column, Qt::AlignRight | Qt::AlignVCenter);
     }
 }
 
