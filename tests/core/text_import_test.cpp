@@ -122,6 +122,22 @@ TEST_F(TextImportTest, RefusedTextsChangeNothing) {
     EXPECT_EQ(gridCells(m), before);
 }
 
+TEST_F(TextImportTest, ASecondNameColumnDoesNotRenameThePolygon) {
+    ASSERT_TRUE(TxtToColumns(m, host, "NAME\tAREA\tNAME\r\nB1\t2\t\r\nB2\t3\tA1\r\n", run));
+    EXPECT_EQ(m.Poly[2].NAME.str(), "B1");
+    EXPECT_EQ(m.Poly[3].NAME.str(), "B2");
+}
+
+TEST(GridCells, AProjectWithoutPolygonsHasOnlyTheKeyRow) {
+    Model m = test::smallProject({});
+    const GridCells cells = gridCells(m);
+    ASSERT_EQ(cells.size(), 1u);
+    EXPECT_EQ(cells[0].size(), 101u);
+    EXPECT_EQ(cells[0][3], "");  // SORT is never shown
+    EXPECT_EQ(gridExportText(cells).substr(0, 12), "NAME\tAREA\tDE");
+    EXPECT_EQ(tabCsvText({{" a ", "b"}, {"c"}}, ","), "a,b\r\nc\r\n");
+}
+
 TEST(Latin1FileText, Utf8BecomesLatin1AndOtherBytesStay) {
     EXPECT_EQ(latin1FileText("\xEF\xBB\xBFNAME\tcaf\xC3\xA9"), "NAME\tcaf\xE9");
     EXPECT_EQ(latin1FileText("caf\xE9 cr\xE8me"), "caf\xE9 cr\xE8me");  // Windows-1252
