@@ -46,10 +46,5 @@ TEST(SummaryCommand, TextIsATableUnderTheCaptions) {
     EXPECT_TRUE(has(r.out, "\nTOTAL           375.5               Avg."));
 }
 
-TEST(SummaryCommand, MissingProjectFails) {
-    EXPECT_EQ(run({"summary", kSample + ".missing", "--data", kData}).code, 1);
-    EXPECT_EQ(run({"summary"}).code, 2);
-}
-
 }  // namespace
 }  // namespace arborex

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTreeWidget>
 #include <QtTest>
@@ -144,6 +145,21 @@ private slots:
         QCOMPARE(s.row(1)->text(4), QString("[115] "));  // not selected
         QCOMPARE(s.row(2)->text(4), QString("100"));
         QCOMPARE(s.selectedKeys(), (QStringList{"PG0", "PG2"}));
+    }
+
+    void silvicultureActsOnTheSelection() {
+        SummaryScreen s;
+        s.select({0});
+        test::whenModalShown([](QWidget* modal) {
+            QCOMPARE(modal->objectName(), QString("frmSilvi"));
+            modal->findChild<QRadioButton*>("optCutMeth_1")->click();  // "Partial Cut"
+            modal->findChild<QPushButton*>("cmdUpdatePC")->click();
+        });
+        s.child<QAction>("mnuSilvi")->trigger();
+        QCOMPARE(s.row(0)->text(7), QString("PC"));
+        QCOMPARE(s.row(0)->text(11), QString("[20]"));
+        QCOMPARE(s.row(2)->text(7), QString("TIPSY"));
+        QCOMPARE(s.selectedKeys(), QStringList{"PG0"});
     }
 
     void harvestParametersRecomputeTheCalculatedAges() {
