@@ -6,6 +6,7 @@
 #include <set>
 
 #include "base/text.hpp"
+#include "exchange/grid_export.hpp"
 #include "exchange/text_import.hpp"
 #include "exchange/variable_catalogue.hpp"
 #include "exchange/variable_text.hpp"
@@ -118,6 +119,37 @@ TEST(MakeVarStr, CodesShowAsWordsAndZerosAsBlanks) {
     std::string message;
     EXPECT_EQ(MakeVarStr(m, "Volume", 0, message), "");
     EXPECT_EQ(message, "Variable not found: VOLUME");
+}
+
+TEST(GridEditing, ACellShowsWhatTheModelHoldsAfterTheEdit) {
+    Model m = test::smallProject({"A1", "A2", "A3"});
+    m.Settings.REGENDELAY = 2;
+    std::string message;
+    EXPECT_EQ(commitGridCell(m, 0, findVariable("PCPERC"), "75", message), "50");
+    EXPECT_EQ(commitGridCell(m, 0, findVariable("REGENDELAY"), "soon", message), "[2]");
+    EXPECT_EQ(commitGridCell(m, 0, findVariable("FIZ"), "Q", message), "");
+    EXPECT_EQ(message, "FIZ not found: Q");
+
+    // Pasted cells past the last polygon or the last column are dropped; no polygon is made.
+    const std::vector<GridChange> pasted = pasteGridText(m, 2, 99, "0\t1\t9\r\n1\t2\r\n3\t4\r\n");
+    EXPECT_EQ(m.LastPoly, 2);
+    ASSERT_EQ(pasted.size(), 4u);
+    EXPECT_EQ(pasted[1].column, 100);
+    EXPECT_EQ(pasted[3].row, 3);
+    EXPECT_EQ(m.PolyM[2].FSTARTYEAR, 2);
+    EXPECT_EQ(pasted[0].text, "Percent");
+
+    m.Poly[0].AREA = 4.5f;
+    const std::vector<GridChange> filled = fillDown(m, 3, 1, 1, 1);
+    ASSERT_EQ(filled.size(), 2u);
+    EXPECT_EQ(m.Poly[2].AREA, 4.5f);
+    EXPECT_EQ(filled[1].text, "4.5");
+
+    const GridCells cells = gridCells(m);
+    EXPECT_EQ(copyCellsText(cells, 2, 2, 0, 1), "4.5\t\r\n4.5\t\r\n");  // any corner first
+    const std::string table = copyTableText(cells);
+    EXPECT_EQ(table.rfind("NAME\tAREA\tDELETE\tOWNERSHIP\t", 0), 0u);  // SORT, EXCLUDE out
+    EXPECT_EQ(splitLines(table).size(), 4u);
 }
 
 }  // namespace
