@@ -12,8 +12,6 @@
 #include "exchange/import_item.hpp"
 #include "exchange/text_import.hpp"
 #include "exchange/variable_text.hpp"
-#include "model/polygon_lifecycle.hpp"
-#include "yield/polygon_changes.hpp"
 
 namespace arborex {
 
@@ -204,35 +202,16 @@ bool importOldCsvText(Model& m, Host& host, std::string_view text, char delimite
             ++run.counts.ImpNoName;
             continue;
         }
-        const int holder = findPolygonName(m, name);
-        if (holder >= 0 && !updateDuplicates(host.prompt, run)) {
-            ++run.counts.ImpSkipped;
-            continue;
-        }
-        if (holder >= 0) {
-            ++run.counts.ImpUpdated;
-            copyToScratch(m, holder);
-        } else {
-            m.NewPoly = m.DefaultPoly;
-            m.NewPolyC = m.DefaultPolyC;
-            m.NewPolyM = m.DefaultPolyM;
-            m.NewPoly.NAME = name;
-        }
         const int last = std::min(titleCount, count);
-        for (int i = 1; i <= last; ++i) {
-            const std::string& title = titles[static_cast<std::size_t>(i - 1)];
-            if (firstData && !title.empty() && knownTitles().count(title) == 0)
-                unknown += title + "\r\n";
-            importClassicField(m, run, title, fields[static_cast<std::size_t>(i)]);
-        }
-        firstData = false;
-        if (holder >= 0) {
-            DoYieldsNeedToBeUpdated(m, holder);
-        } else {
-            m.NewPoly.YIELDSTATE = {0, 0};
-            appendPolygon(m, m.NewPoly, m.NewPolyC, m.NewPolyM);
-            ++run.counts.ImpAdded;
-        }
+        importRecord(m, host.prompt, run, name, [&] {
+            for (int i = 1; i <= last; ++i) {
+                const std::string& title = titles[static_cast<std::size_t>(i - 1)];
+                if (firstData && !title.empty() && knownTitles().count(title) == 0)
+                    unknown += title + "\r\n";
+                importClassicField(m, run, title, fields[static_cast<std::size_t>(i)]);
+            }
+            firstData = false;
+        });
     }
     finishImport(m, host, run, unknown);
     return true;

@@ -8,6 +8,7 @@
 #include "model/polygon_lifecycle.hpp"
 #include "model/reference_tables.hpp"
 #include "model/species_binding.hpp"
+#include "yield/polygon_changes.hpp"
 
 namespace arborex {
 
@@ -43,6 +44,33 @@ int setPolygon(Model& m, Prompt& prompt, PolygonImport& run, std::string_view na
     const int p = appendPolygon(m, data, m.DefaultPolyC, m.DefaultPolyM);
     ++run.counts.ImpAdded;
     return p;
+}
+
+int importRecord(Model& m, Prompt& prompt, PolygonImport& run, std::string_view name,
+                 const std::function<void()>& setFields) {
+    const std::string stored = FixedString<12>(trim(name)).str();
+    const int holder = findPolygonName(m, stored);
+    if (holder >= 0 && !updateDuplicates(prompt, run)) {
+        ++run.counts.ImpSkipped;
+        return kSkipDuplicate;
+    }
+    if (holder >= 0) {
+        ++run.counts.ImpUpdated;
+        copyToScratch(m, holder);
+    } else {
+        m.NewPoly = m.DefaultPoly;
+        m.NewPolyC = m.DefaultPolyC;
+        m.NewPolyM = m.DefaultPolyM;
+        m.NewPoly.NAME = stored;
+    }
+    setFields();
+    if (holder >= 0) {
+        DoYieldsNeedToBeUpdated(m, holder);
+        return holder;
+    }
+    m.NewPoly.YIELDSTATE = {0, 0};
+    ++run.counts.ImpAdded;
+    return appendPolygon(m, m.NewPoly, m.NewPolyC, m.NewPolyM);
 }
 
 std::string mapsheetPolygonName(std::string_view mapsheet, std::string_view polygon) {

@@ -3,6 +3,7 @@
 // question of a run, the five counters and the closing message.
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,14 @@ int setPolygon(Model& m, Prompt& prompt, PolygonImport& run, std::string_view na
 
 // The duplicate question, asked once a run: true when duplicates are updated.
 bool updateDuplicates(Prompt& prompt, PolygonImport& run);
+
+// A record of the classic and database routes, named `name` (not blank): the scratch polygon
+// starts from the default polygon, or from the stored polygon for an updated duplicate (the
+// question asked once a run; a skip is counted and returns kSkipDuplicate); `setFields` fills
+// it; a new polygon is stored with SORT 0 and its curves cleared, an update through
+// DoYieldsNeedToBeUpdated. Returns the polygon's index.
+int importRecord(Model& m, Prompt& prompt, PolygonImport& run, std::string_view name,
+                 const std::function<void()>& setFields);
 
 // A name built of a map sheet (its last six characters when longer) and a polygon number.
 std::string mapsheetPolygonName(std::string_view mapsheet, std::string_view polygon);
