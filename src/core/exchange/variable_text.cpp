@@ -55,7 +55,7 @@ std::string harvestAge(const Source& s, std::size_t which) {
 void addText(ShowTable& t) {
     t["NAME"] = [](const Source& s) { return s.d.NAME.str(); };
     t["OWNERSHIP"] = [](const Source& s) {
-        return std::string(1, ownershipCode(s.m.Ref, s.c.OWNERSHIP));
+        return std::string(1, ownershipLetter(s.m.Ref, s.c.OWNERSHIP));
     };
     t["FIZ"] = [](const Source& s) { return s.d.FIZ.str(); };
     t["STOCKING"] = [](const Source& s) { return s.d.STOCKING.str(); };
@@ -181,7 +181,7 @@ const ShowTable& showTable() {
 
 }  // namespace
 
-char ownershipCode(const ReferenceTables& ref, int16_t index) {
+char ownershipLetter(const ReferenceTables& ref, int16_t index) {
     static constexpr std::array<char, 4> installed{'C', 'P', 'T', 'O'};
     if (index < 0 || index > 3) return ' ';
     const auto i = static_cast<std::size_t>(index);

@@ -16,7 +16,7 @@ namespace arborex {
 std::string MakeVarStr(const Model& m, std::string_view key, int polygon, std::string& message);
 
 // An ownership index's one-letter code: the loaded list's, or the installed C, P, T, O.
-char ownershipCode(const ReferenceTables& ref, int16_t index);
+char ownershipLetter(const ReferenceTables& ref, int16_t index);
 // "VDYP", "TIPSY", "NC", "NSR" for 0..3, "?" for anything else.
 std::string managementWord(int16_t code);
 
