@@ -93,6 +93,11 @@ void frmPolygon::showFields() {
             ? QString()
             : lq(LookupPSYU(m_.Ref, m_.Poly[static_cast<std::size_t>(m_.CurPoly)].PSYU)));
     lockFields(locked);
+    // Only a VDYP or TIPSY management has a curve to view.
+    for (std::size_t k = 0; k < cmdYield_.size(); ++k) {
+        const int16_t model = locked ? -1 : m_.Poly[static_cast<std::size_t>(m_.CurPoly)].MGNT[k];
+        cmdYield_[k]->setEnabled(model == 0 || model == 1);
+    }
     turnOnExtras();
     quiet_ = false;
 }

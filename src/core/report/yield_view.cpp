@@ -83,6 +83,15 @@ int16_t managementOfModel(const Model& m, int16_t polygon, int16_t t) {
     return -1;
 }
 
+std::string yieldViewTitle(const Model& m, const YieldView& view) {
+    if (!onView(m, view)) return {};
+    std::string title = "Polygon " + m.Poly[at(view.YieldPoly)].NAME.str() + " - " +
+                        (view.YieldModel == 0 ? "VDYP" : "TIPSY") + " curve";
+    if (view.YieldMgnt == 0) title += ", existing management";
+    if (view.YieldMgnt == 1) title += ", future management";
+    return title;
+}
+
 bool yieldCalculated(const Model& m, const YieldView& view) {
     return onView(m, view) && m.Poly[at(view.YieldPoly)].YIELDSTATE.at(at(view.YieldModel)) >= 1;
 }

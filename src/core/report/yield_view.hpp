@@ -39,6 +39,10 @@ inline constexpr const char* kNotAvailable = "N/A";
 // The palette's yellow, the target age's marker.
 inline constexpr int32_t kTargetMarkerColour = 255 + 256 * 255;
 
+// What is on view, above the graph: "Polygon " + trimmed NAME + " - VDYP curve, existing
+// management" (or TIPSY, future); empty without a polygon.
+std::string yieldViewTitle(const Model& m, const YieldView& view);
+
 // A polygon is on view and its curve of the model was calculated (YIELDSTATE 1 or more).
 bool yieldCalculated(const Model& m, const YieldView& view);
 
