@@ -7,6 +7,7 @@
 #include "base/display_format.hpp"
 #include "json_writer.hpp"
 #include "project_summary.hpp"
+#include "report/yield_view.hpp"
 #include "yield/curves.hpp"
 
 namespace arborex::batch {
@@ -72,6 +73,46 @@ private:
 
 std::string mgntText(const PolyData& poly) {
     return std::to_string(poly.MGNT[0]) + ", " + std::to_string(poly.MGNT[1]);
+}
+
+// The yield table view's labels as numbers, for the management whose model the curve is.
+void writeYieldViewJson(JsonWriter& json, const Model& m, const CurveTable& curve) {
+    YieldView view{curve.polygon, curve.model, managementOfModel(m, curve.polygon, curve.model)};
+    const YieldFigures f = yieldFigures(m, view);
+    json.beginObject();
+    json.member("management", view.YieldMgnt);
+    json.member("calculated", yieldCalculated(m, view));
+    json.member("siteIndex", f.siteIndex);
+    json.key("culmination");
+    json.beginObject(Layout::Inline);
+    json.member("age", f.ages.MaiAge);
+    json.member("MAI", f.ages.MaxMAI);
+    json.endObject();
+    json.key("criteria");
+    json.beginObject(Layout::Inline);
+    json.member("minimumAge", f.minimumAge);
+    json.member("DiaAge", f.ages.DiaAge);
+    json.member("VolAge", f.ages.VolAge);
+    json.member("ConstraintAge", f.ages.ConstraintAge);
+    json.member("HarvestAge", f.ages.HarvestAge);
+    json.endObject();
+    json.key("target");
+    json.beginObject(Layout::Inline);
+    json.member("age", f.targetAge);
+    json.member("dbh", f.targetDbh);
+    json.member("vol", f.targetVol);
+    json.endObject();
+    json.key("thin");
+    if (f.thinned) {
+        json.beginObject(Layout::Inline);
+        json.member("age", f.thinAge);
+        json.member("volBefore", f.thinVolBefore);
+        json.member("volAfter", f.thinVolAfter);
+        json.endObject();
+    } else {
+        json.null();
+    }
+    json.endObject();
 }
 
 }  // namespace
@@ -205,6 +246,8 @@ void writeCurveJson(const Model& m, const CurveTable& curve, std::ostream& out) 
     json.member("model", curve.model);
     json.key("HarvAge");
     writeHarvAgeJson(json, harvAgeOf(m, curve.polygon, curve.model));
+    json.key("yieldView");
+    writeYieldViewJson(json, m, curve);
     json.key("species");
     json.beginArray(Layout::Inline);
     for (const SpeciesColumn& column : curve.species) json.value(column.code);

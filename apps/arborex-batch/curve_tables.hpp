@@ -11,7 +11,11 @@
 //   criteria  MINAGE, MINVOL, MINDIA
 //   polygons  per polygon: index, NAME, DELETE, MGNT, HarvAge ([VDYP record, TIPSY record])
 // curve JSON layout (keys in this order):
-//   polygon, NAME, model, HarvAge (the record of that model), species (the codes of the
+//   polygon, NAME, model, HarvAge (the record of that model), yieldView (the yield table
+//   view's labels for the management of that model, -1 for none: management, calculated,
+//   siteIndex, culmination {age, MAI}, criteria {minimumAge, DiaAge, VolAge, ConstraintAge,
+//   HarvestAge}, target {age, dbh, vol} (HAR of the management, or HarvestAge), thin {age,
+//   volBefore, volAfter} of a TIPSY curve's commercial thin, or null), species (the codes of the
 //   VDYP species columns; empty for TIPSY), rows (per grid age: age, dia, ht, vol, mai, and
 //   for VDYP speciesVol, one volume per species column)
 

@@ -64,8 +64,9 @@ void setTipsyCurve(Model& m, int p) {
     }
 }
 
-// Four polygons: 0 with both curves, 1 deleted with a stored harvest age, 2 NC now and TIPSY
-// later, 3 named "0", NSR now and VDYP later.
+// Four polygons: 0 with both curves, current, and a future target age of 95, 1 deleted with a
+// stored harvest age, 2 NC now and TIPSY later with a commercial thin at 43, 3 named "0", NSR
+// now and VDYP later.
 void writeProject(const std::string& path) {
     Model m;
     programDefaults(m);
@@ -79,6 +80,8 @@ void writeProject(const std::string& path) {
     m.Poly[0].NAME = "93B045 101";
     m.Poly[0].MGNT = {0, 1};
     m.Poly[0].VS = {Code2("PL"), Code2(""), Code2("FD"), Code2(""), Code2(""), Code2("")};
+    m.Poly[0].HAR = {-1, 95};
+    m.Poly[0].YIELDSTATE = {3, 3};
     setVdypCurve(m, 0);
     setTipsyCurve(m, 0);
     m.Poly[1].NAME = "Ch\xe9ne";
@@ -88,6 +91,8 @@ void writeProject(const std::string& path) {
     m.Poly[2].NAME = "93B046 12";
     m.Poly[2].MGNT = {2, 1};
     setTipsyCurve(m, 2);
+    m.PolyM[2].COMTHIN = 1;
+    m.PolyM[2].TIPSYCACHE = {43, 51, 1900, 1390, 0, 0, 0, 0};
     m.Poly[3].NAME = "0";
     m.Poly[3].MGNT = {3, 0};
     test::FakeHost host;
@@ -185,7 +190,8 @@ TEST_F(CurveCommands, CurveTextOfEachModel) {
 
 TEST_F(CurveCommands, CurveJsonOfEachModel) {
     const JsonValue vdyp = curveJson({"93B045 101"});
-    EXPECT_EQ(vdyp.keys(), (Strings{"polygon", "NAME", "model", "HarvAge", "species", "rows"}));
+    EXPECT_EQ(vdyp.keys(),
+              (Strings{"polygon", "NAME", "model", "HarvAge", "yieldView", "species", "rows"}));
     EXPECT_EQ(vdyp.at("model").text, "0");
     EXPECT_EQ(vdyp.at("HarvAge").at("ConstraintAge").text, "62");
     EXPECT_EQ(texts(vdyp.at("species")), (Strings{"PL", "FD"}));
@@ -206,6 +212,33 @@ TEST_F(CurveCommands, CurveJsonOfEachModel) {
     EXPECT_EQ(std::tuple(steps[4].at("age").text, steps[4].at("vol").text),
               std::tuple("40", "100"));
     EXPECT_EQ(steps[35].at("age").text, "350");
+}
+
+TEST_F(CurveCommands, CurveJsonHasTheYieldViewsLabels) {
+    const JsonValue vdyp = curveJson({"93B045 101"}).at("yieldView");
+    EXPECT_EQ(vdyp.keys(), (Strings{"management", "calculated", "siteIndex", "culmination",
+                                    "criteria", "target", "thin"}));
+    EXPECT_EQ(std::tuple(vdyp.at("management").text, vdyp.at("calculated").text),
+              std::tuple("0", "true"));
+    EXPECT_EQ(texts(vdyp.at("culmination")), (Strings{"80", "3"}));
+    EXPECT_EQ(vdyp.at("criteria").keys(),
+              (Strings{"minimumAge", "DiaAge", "VolAge", "ConstraintAge", "HarvestAge"}));
+    EXPECT_EQ(texts(vdyp.at("criteria")), (Strings{"40", "48", "62", "62", "80"}));
+    // HAR1 is -1: the calculated age, with the curve's dbh and volume there.
+    EXPECT_EQ(texts(vdyp.at("target")), (Strings{"80", "25", "193.5"}));
+    EXPECT_EQ(vdyp.at("thin").kind, JsonValue::Kind::Null);
+
+    // The future's own target of 95, halfway between TIPSY's grid ages 90 and 100.
+    const JsonValue tipsy = curveJson({"93B045 101", "--model", "1"}).at("yieldView");
+    EXPECT_EQ(tipsy.at("management").text, "1");
+    EXPECT_EQ(texts(tipsy.at("target")), (Strings{"95", "38", "335"}));
+
+    // A thin in a curve not calculated yet; the NSR stand's VDYP is its future management's.
+    const JsonValue thinned = curveJson({"93B046 12"}).at("yieldView");
+    EXPECT_EQ(thinned.at("calculated").text, "false");
+    EXPECT_EQ(thinned.at("thin").keys(), (Strings{"age", "volBefore", "volAfter"}));
+    EXPECT_EQ(texts(thinned.at("thin")), (Strings{"43", "190", "139"}));
+    EXPECT_EQ(curveJson({"0"}).at("yieldView").at("management").text, "1");
 }
 
 TEST_F(CurveCommands, PolygonByNameThenIndexAndItsManagementModel) {
