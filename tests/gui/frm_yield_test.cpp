@@ -1,5 +1,7 @@
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -16,6 +18,7 @@
 #include "model/polygon_lifecycle.hpp"
 #include "model/species_binding.hpp"
 #include "support/test_install.hpp"
+#include "ui/frm_graph.hpp"
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_yield.hpp"
 #include "yield/harvest_ages.hpp"
@@ -176,7 +179,7 @@ private slots:
         QCOMPARE(s.text("lblCT_0"), QString("N/A"));
     }
 
-    void exportsTheTableCommaDelimited() {
+    void copiesAndExportsTheTableAndOpensTheGraph() {
         YieldScreen s;
         s.polygonChild<QPushButton>("cmdYield_0")->click();
         const std::string path = s.gui.dir.file("table.csv");
@@ -192,6 +195,13 @@ private slots:
         // The species columns show, as the project's YIELDMODE is set.
         QVERIFY(text.str().rfind("Age, DBH, Height, Vol/Ha, MAI, Vol(1), ", 0) == 0);
         QVERIFY(text.str().find("\r\n0, 0.6, 0.0, 1.2, 4.20, 0.0, ") != std::string::npos);
+
+        s.child<QAction>("mnuCopyTable")->trigger();
+        QVERIFY(QGuiApplication::clipboard()->text().startsWith("Age\tDBH\tHeight\tVol/Ha\tMAI\t"));
+        s.child<QAction>("mnuGraph")->trigger();
+        auto* graph = s.view()->findChild<frmGraph*>();
+        QVERIFY(graph && graph->isVisible());
+        QCOMPARE(graph->findChild<GraphView*>()->picture().title, std::string("Yield Table - P1"));
     }
 };
 
