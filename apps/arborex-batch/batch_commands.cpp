@@ -15,6 +15,8 @@
 #include "project_summary.hpp"
 #include "report_command.hpp"
 #include "schedule_command.hpp"
+#include "stand_update_commands.hpp"
+#include "summary_command.hpp"
 #include "yields_command.hpp"
 
 namespace arborex::batch {
@@ -36,7 +38,7 @@ std::string usageText() {
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
            "      the polygon's name or, if no name matches, its index from 0.\n" +
            calcUsage() + polygonUsage() + yieldsUsage() + reportUsage() + graphUsage() +
-           scheduleUsage() +
+           scheduleUsage() + summaryUsage() + standUpdateUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
@@ -117,6 +119,9 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "report") return runReport(rest, out, err);
         if (command == "graph") return runGraph(rest, out, err);
         if (command == "schedule") return runSchedule(rest, out, err);
+        if (command == "summary") return runSummary(rest, out, err);
+        if (command == "harvest-age") return runHarvestAge(rest, out, err);
+        if (command == "silviculture") return runSilviculture(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";

@@ -83,6 +83,15 @@ public:
     // Leaves the polygon and opens "Calculate Yield Tables"; afterwards the list and the polygon
     // show the curves' new states and harvest ages.
     void mnuCalcYield_Click();
+    // The yield table view of the existing (0) or future (1) management's curve.
+    void cmdYield_Click(int index);
+    void mniYield_Click();
+    // The treatment screens; on return the treatment labels and species rows show what they
+    // set, and a changed treatment marks the TIPSY curve out of date.
+    void cmdCT_Click();
+    void cmdFert_Click();
+    // Shows HAR of both managements again, after the yield view changed a target age.
+    void refreshTargetAges();
 
     // Selects the row of `polygon` in the list, which shows that polygon (after leaving the one
     // on screen). Nothing happens when it is not listed.

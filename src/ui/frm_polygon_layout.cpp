@@ -104,6 +104,7 @@ void frmPolygon::buildMenus(QMenuBar* bar) {
     add(polygons, "mnuReorder", "Re&order Species by Percent", &frmPolygon::mnuReorder_Click);
     polygons->addSeparator();
     add(polygons, "mnuCalcYield", "Calculate &Yield Tables...", &frmPolygon::mnuCalcYield_Click);
+    add(polygons, "mniYield", "View Yield &Table...", &frmPolygon::mniYield_Click);
 }
 
 QWidget* frmPolygon::buildListPanel() {
@@ -193,9 +194,8 @@ QGroupBox* frmPolygon::buildHarvestGroup() {
         QLineEdit* age =
             addEntry(indexed("txtHar", i), FieldRef{ages[k]}, {}, "&HARAGE", kNumberWidth);
         grid->addWidget(age, 2, i + 1, Qt::AlignHCenter);
-        // The yield table view is not part of this build.
         cmdYield_[k] = addButton(indexed("cmdYield", i), yieldCaptions[k], "&SHOWYIELD");
-        cmdYield_[k]->setEnabled(false);
+        connect(cmdYield_[k], &QPushButton::clicked, this, [this, i] { cmdYield_Click(i); });
         grid->addWidget(cmdYield_[k], 3, i + 1);
     }
 

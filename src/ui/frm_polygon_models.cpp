@@ -195,12 +195,11 @@ QGroupBox* frmPolygon::buildTipsyGroup() {
     species->addWidget(lblTPerSum_, 6, 2);
     species->setColumnStretch(1, 1);
 
-    // The treatment screens are not part of this build.
     auto* treatments = new QGridLayout;
     cmdCT_ = addButton("cmdCT", "Commercial &Thin...", "&COMMTHIN");
     cmdFert_ = addButton("cmdFert", "&Fertilization...", "&FERT");
-    cmdCT_->setEnabled(false);
-    cmdFert_->setEnabled(false);
+    connect(cmdCT_, &QPushButton::clicked, this, &frmPolygon::cmdCT_Click);
+    connect(cmdFert_, &QPushButton::clicked, this, &frmPolygon::cmdFert_Click);
     lblCommThin_ = new QLabel(group);
     lblCommThin_->setObjectName("lblCommThin");
     lblFert_ = new QLabel(group);
