@@ -31,7 +31,7 @@ struct YieldView {
 // The view of management r of a polygon: its model MGNT[r]. Only managements 0 (VDYP) and
 // 1 (TIPSY) have a curve; any other throws ErrSubscript.
 YieldView yieldViewOf(const Model& m, int16_t polygon, int16_t management);
-// The first management whose model is t, or -1 (an NC stand viewed on its future model...).
+// The first management whose model is t, or -1 when neither management uses it.
 int16_t managementOfModel(const Model& m, int16_t polygon, int16_t t);
 
 inline constexpr const char* kYieldNotCalculated = "YIELD Not Calculated yet for this polygon";
