@@ -105,4 +105,12 @@ const std::vector<std::string>* ownFlagValues(const BatchOptions& options, std::
     return last;
 }
 
+bool switchGiven(const BatchOptions& options, const char* name) {
+    const auto* values = ownFlagValues(options, name);
+    if (!values) return false;
+    if (values->empty() || values->at(0) == "yes") return true;
+    if (values->at(0) == "no") return false;
+    throw UsageError(std::string(name) + " takes yes or no, not '" + values->at(0) + "'");
+}
+
 }  // namespace arborex::batch

@@ -51,4 +51,8 @@ BatchOptions parseOptions(const std::vector<std::string>& args,
 // The values of the last `name` among the command's own flags; nullptr when it was not given.
 const std::vector<std::string>* ownFlagValues(const BatchOptions& options, std::string_view name);
 
+// A switch among the command's own flags: given alone or as "yes" it is on, "no" or absent off;
+// any other value throws UsageError.
+bool switchGiven(const BatchOptions& options, const char* name);
+
 }  // namespace arborex::batch

@@ -32,14 +32,6 @@ constexpr const char* kSilvicultureForm =
     "silviculture PROJECT --polygons LIST|all (--clearcut | --partial-cut) [--pc-percent TEXT] "
     "[--pc-reentry TEXT] [--save OUT]";
 
-bool switchOn(const BatchOptions& options, const char* name) {
-    const auto* values = ownFlagValues(options, name);
-    if (!values) return false;
-    if (values->empty() || values->at(0) == "yes") return true;
-    if (values->at(0) == "no") return false;
-    throw UsageError(std::string(name) + " takes yes or no, not '" + values->at(0) + "'");
-}
-
 const std::string& required(const BatchOptions& options, const char* flag, const char* form) {
     const auto* values = ownFlagValues(options, flag);
     if (!values) throw UsageError("usage: " + std::string(kProgram) + " " + form);
@@ -211,9 +203,9 @@ int runHarvestAge(const std::vector<std::string>& args, std::ostream& out, std::
     if (update.method < 0 || update.method >= static_cast<int16_t>(kHarvestAgeMethods.size()))
         throw UsageError("--method takes 0 to 10, not " + std::to_string(update.method));
     update.amount = wholeNumber("--amount", required(options, "--amount", kHarvestAgeForm));
-    update.updateVdyp = switchOn(options, "--update-1st-harvest-age");
-    update.updateTipsy = switchOn(options, "--update-future-harvest-age");
-    update.ignoreCriteria = switchOn(options, "--ignore-harvest-parameters");
+    update.updateVdyp = switchGiven(options, "--update-1st-harvest-age");
+    update.updateTipsy = switchGiven(options, "--update-future-harvest-age");
+    update.ignoreCriteria = switchGiven(options, "--ignore-harvest-parameters");
 
     return runOnSelection(
         options, out, err,
@@ -237,8 +229,8 @@ int runSilviculture(const std::vector<std::string>& args, std::ostream& out, std
                                                {"--save", 1}});
     requireOperands(options, 1, kSilvicultureForm);
     required(options, "--polygons", kSilvicultureForm);
-    const bool partialCut = switchOn(options, "--partial-cut");
-    if (partialCut == switchOn(options, "--clearcut"))
+    const bool partialCut = switchGiven(options, "--partial-cut");
+    if (partialCut == switchGiven(options, "--clearcut"))
         throw UsageError("give one of --clearcut and --partial-cut");
     const auto* percent = ownFlagValues(options, "--pc-percent");
     const auto* reentry = ownFlagValues(options, "--pc-reentry");

@@ -57,14 +57,6 @@ struct YieldsOutcome {
     std::vector<PolygonBefore> before;
 };
 
-bool switchGiven(const BatchOptions& options, const char* name) {
-    const auto* values = ownFlagValues(options, name);
-    if (!values) return false;
-    if (values->empty() || values->at(0) == "yes") return true;
-    if (values->at(0) == "no") return false;
-    throw UsageError(std::string(name) + " takes yes or no, not '" + values->at(0) + "'");
-}
-
 std::string programOf(const BatchOptions& options, const char* flag, const std::string& fallback) {
     const auto* values = ownFlagValues(options, flag);
     return values ? values->at(0) : fallback;

@@ -28,11 +28,17 @@
 #include "ui/frm_calc.hpp"
 #include "ui/frm_calc_report.hpp"
 #include "ui/frm_calc_yield.hpp"
+#include "ui/frm_comm_thin.hpp"
+#include "ui/frm_fert.hpp"
 #include "ui/frm_graph.hpp"
+#include "ui/frm_harv_age.hpp"
 #include "ui/frm_harv_param.hpp"
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
+#include "ui/frm_silvi.hpp"
+#include "ui/frm_summary.hpp"
+#include "ui/frm_yield.hpp"
 #include "ui/ui_helpers.hpp"
 
 namespace arborex {
@@ -73,6 +79,42 @@ bool savePolygonScreens(frmPolygon& screen, const Model& m, const QDir& folder) 
     }
     bool ok = showPolygonManagedBy(screen, m, 0) && save(screen, folder, "frmPolygon");
     ok = showPolygonManagedBy(screen, m, 1) && save(screen, folder, "frmPolygon-managed") && ok;
+    return ok;
+}
+
+// The yield table view of a natural stand, then the treatment screens on a managed one.
+bool saveStandScreens(frmPolygon& screen, Model& m, Host& host, const QDir& folder) {
+    bool ok = showPolygonManagedBy(screen, m, 0);
+    screen.cmdYield_Click(0);
+    auto* yield = screen.findChild<frmYield*>();
+    if (yield) {
+        yield->resize(1240, 720);
+        ok = save(*yield, folder, "frmYield") && ok;
+        yield->hide();
+    }
+    ok = yield && showPolygonManagedBy(screen, m, 1) && ok;
+    frmCommThin thin(m, host, &screen);
+    ok = save(thin, folder, "frmCommThin") && ok;
+    thin.hide();
+    frmFert fert(m, host, &screen);
+    ok = save(fert, folder, "frmFert") && ok;
+    fert.hide();
+    return ok;
+}
+
+// The summary of every polygon, and the two updates of a selection of its first two rows.
+bool saveSummaryScreens(Model& m, Host& host, QWidget& main, const QDir& folder) {
+    frmSummary summary(m, host, &main);
+    summary.resize(1280, 600);
+    bool ok = save(summary, folder, "frmSummary");
+    summary.hide();
+    const std::vector<int16_t> selection = {0, 1};
+    frmHarvAge ages(m, host, selection, &main);
+    ok = save(ages, folder, "frmHarvAge") && ok;
+    ages.hide();
+    frmSilvi silviculture(m, host, selection, &main);
+    ok = save(silviculture, folder, "frmSilvi") && ok;
+    silviculture.hide();
     return ok;
 }
 
@@ -178,8 +220,11 @@ int grabScreens(const std::string& folder, const std::string& project,
         ok = savePolygonScreens(polygons, *m, target) && ok;
         frmAdd add(*m, host, &polygons);
         ok = save(add, target, "frmAdd") && ok;
+        add.hide();
+        ok = saveStandScreens(polygons, *m, host, target) && ok;
         polygons.hide();
     }
+    ok = saveSummaryScreens(*m, host, main, target) && ok;
 
     CalcRun run;
     frmCalc calc(*m, host, run, &main);

@@ -188,6 +188,8 @@ void frmArbo::view(int n) {
             summary_ = new frmSummary(m_, host_, this);
             connect(summary_, &frmSummary::saveRequested, this, &frmArbo::mniSave_Click);
             connect(summary_, &frmSummary::saveAsRequested, this, &frmArbo::mniSaveAs_Click);
+        } else {
+            summary_->refresh();
         }
         screen = summary_;
     } else if (n == 3) {
@@ -221,6 +223,11 @@ void frmArbo::redisplayPolygonScreen() {
     // The load's own request to the views comes before the species are bound and the harvest
     // ages computed; the list is shown again once the project is complete.
     if (polygon_ && polygon_->isVisible()) polygon_->redisplayPolygons(m_.LastPoly);
+    // The summary has nothing to show, and no area to average over, without polygons.
+    if (summary_ && m_.LastPoly >= 0)
+        summary_->refresh();
+    else if (summary_)
+        summary_->close();
 }
 
 void frmArbo::showMenu() {

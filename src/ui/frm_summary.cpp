@@ -1,5 +1,7 @@
 #include "ui/frm_summary.hpp"
 
+#include <algorithm>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -153,9 +155,19 @@ void frmSummary::setupGrid() {
     for (std::size_t c = 0; c < kSummaryColumns.size(); ++c) {
         const int column = static_cast<int>(c);
         lsvSum_->setColumnWidth(column, kSummaryColumns[c].width / kTwipsPerPixel);
-        // The narrow columns cut their captions: the start of each stays in view and the
-        // whole caption shows on hovering.
         lsvSum_->headerItem()->setToolTip(column, captions[column]);
+    }
+}
+
+void frmSummary::fitColumns() {
+    // The set widths are the least a column gets; today's fonts need more for some captions
+    // ("E Vol (m³/ha)") and cells ("Non Commercial"), which are never cut.
+    for (std::size_t c = 0; c < kSummaryColumns.size(); ++c) {
+        const int column = static_cast<int>(c);
+        lsvSum_->resizeColumnToContents(column);
+        const int needed = lsvSum_->columnWidth(column);
+        lsvSum_->setColumnWidth(column,
+                                std::max(kSummaryColumns[c].width / kTwipsPerPixel, needed));
     }
 }
 
@@ -186,6 +198,7 @@ void frmSummary::ShowSummary() {
     }
     lsvSum_->addTopLevelItems(items);
     if (sortColumn_ >= 0) lsvSum_->sortItems(sortColumn_, sortOrder_);
+    fitColumns();
 }
 
 void frmSummary::lsvSum_ColumnClick(int column) {
@@ -211,6 +224,12 @@ void frmSummary::ShowSelected() {
         QTreeWidgetItem* item = lsvSum_->topLevelItem(r);
         item->setSelected(SelFlags.contains(item->data(0, kKeyRole).toString()));
     }
+}
+
+void frmSummary::refresh() {
+    SaveSelected();
+    ShowSummary();
+    ShowSelected();
 }
 
 std::vector<int16_t> frmSummary::selection() const {

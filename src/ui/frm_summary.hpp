@@ -34,6 +34,9 @@ public:
     void SaveSelected();
     // Selects the remembered rows again, unless polygon rows were added or removed since.
     void ShowSelected();
+    // The rows again from the model, as another screen may have changed it, keeping the
+    // selection where the rows allow.
+    void refresh();
     // Caption "Summary - " and the project's name.
     void UpdateCaption();
     // The polygons of the selected rows, in the list's order.
@@ -50,6 +53,8 @@ private:
     QAction* addMenuAction(QMenu* menu, const char* name, const QString& caption,
                            void (frmSummary::*handler)());
     void buildMenus();
+    // Widens the columns whose captions or cells do not fit their set widths.
+    void fitColumns();
     void buildButtons();
     // Keeps the selection, shows a screen modally, then works out the harvest ages again and
     // shows the list with the same rows selected.

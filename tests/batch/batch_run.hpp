@@ -21,8 +21,8 @@ struct RunResult {
 // Commands that read a project get the reference data of the source tree unless the command
 // line names a folder.
 inline RunResult run(std::vector<std::string> args) {
-    static const std::vector<std::string> kReadProjects = {"info", "convert", "ages", "curve",
-                                                           "calc"};
+    static const std::vector<std::string> kReadProjects = {
+        "info", "convert", "ages", "curve", "calc", "summary", "harvest-age", "silviculture"};
     const bool readsData = !args.empty() && std::find(kReadProjects.begin(), kReadProjects.end(),
                                                       args[0]) != kReadProjects.end();
     if (readsData && std::find(args.begin(), args.end(), "--data") == args.end()) {

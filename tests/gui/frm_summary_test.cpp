@@ -74,10 +74,13 @@ private slots:
         QTreeWidget* list = s.list();
         QCOMPARE(list->columnCount(), 13);
         QCOMPARE(list->headerItem()->text(5), QString("E Vol (m\u00b3/ha)"));
-        QCOMPARE(list->columnWidth(0), 96);  // 1440 twips
-        QCOMPARE(list->columnWidth(1), 48);
-        QCOMPARE(list->columnWidth(12), 48);
-        QCOMPARE(list->columnWidth(4), 64);
+        // The set widths (1440 twips for the name, 720 and 960 for the others) are the least;
+        // a caption or cell that needs more widens its column.
+        QVERIFY(list->columnWidth(0) >= 96);
+        QVERIFY(list->columnWidth(1) >= 48);
+        QVERIFY(list->columnWidth(4) >= 64);
+        for (int c = 0; c < list->columnCount(); ++c)
+            QVERIFY(list->columnWidth(c) >= list->header()->sectionSizeHint(c));
         QCOMPARE(list->topLevelItemCount(), 16);
         QCOMPARE(s.key(1), QString("PG1"));
         QCOMPARE(s.row(1)->text(7), QString("PC"));

@@ -26,13 +26,7 @@ struct TreatmentScreens {
     std::unique_ptr<frmPolygon> screen;
 
     TreatmentScreens() {
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = gui.dir.file("program/");
-        gui.m.Paths[UserDocuments] = gui.dir.file("documents/");
-        test::installProgramFolder(gui.m.Paths[ArborexFolder]);
-        std::filesystem::create_directories(gui.m.Paths[UserDocuments]);
-        LoadReferenceData(gui.m, gui.host);
-        EmptyArrays(gui.m);
+        gui.installEmptyProject();
         PolyData data;
         PolyCalc calc;
         PolyMgmt mgmt;

@@ -35,13 +35,7 @@ struct YieldScreen {
     std::unique_ptr<frmPolygon> polygons;
 
     YieldScreen() {
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = gui.dir.file("program/");
-        gui.m.Paths[UserDocuments] = gui.dir.file("documents/");
-        test::installProgramFolder(gui.m.Paths[ArborexFolder]);
-        std::filesystem::create_directories(gui.m.Paths[UserDocuments]);
-        LoadReferenceData(gui.m, gui.host);
-        EmptyArrays(gui.m);
+        gui.installEmptyProject();
         for (int i = 1; i <= 2; ++i) {
             PolyData data;
             PolyCalc calc;

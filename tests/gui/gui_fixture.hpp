@@ -5,13 +5,16 @@
 
 #include <QString>
 #include <deque>
+#include <filesystem>
 #include <memory>
 #include <vector>
 
+#include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "platform/qt_settings_store.hpp"
 #include "support/fake_host.hpp"
 #include "support/temp_dir.hpp"
+#include "support/test_install.hpp"
 #include "ui/qt_views.hpp"
 
 namespace arborex::test {
@@ -57,6 +60,18 @@ struct GuiHost {
 
     const std::vector<ShownBox>& shown() const { return prompt.script.shown; }
     std::deque<Answer>& answers() { return prompt.script.answers; }
+
+    // The program's defaults over an installed program folder and an empty documents folder,
+    // with the reference data read and no polygon: where the polygon screens start.
+    void installEmptyProject() {
+        programDefaults(m);
+        m.Paths[ArborexFolder] = dir.file("program/");
+        m.Paths[UserDocuments] = dir.file("documents/");
+        installProgramFolder(m.Paths[ArborexFolder]);
+        std::filesystem::create_directories(m.Paths[UserDocuments]);
+        LoadReferenceData(m, host);
+        EmptyArrays(m);
+    }
 };
 
 }  // namespace arborex::test
