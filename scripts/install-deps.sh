@@ -7,6 +7,7 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libgl-dev qt6-charts-dev qt6-svg-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-format libclang-rt-14-dev
+  libgdal-dev odbc-mdbtools mdbtools
 )
 missing=()
 for p in "${packages[@]}"; do
