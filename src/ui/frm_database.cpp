@@ -38,7 +38,7 @@ frmDatabase::frmDatabase(Model& m, Host& host, TableReader& reader, const std::s
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     buildMenus();
     buildControls();
-    resizeWithin(*this, QSize(640, 480));
+    resizeWithin(*this, QSize(760, 480));
 
     const TableChooser choose = [this](const std::vector<std::string>& names) {
         return frmDBChoose::choose(names, this);
@@ -69,14 +69,14 @@ void frmDatabase::buildControls() {
     lsvColumns_ = new QTreeWidget(this);
     lsvColumns_->setObjectName("lsvColumns");
     lsvColumns_->setRootIsDecorated(false);
-    lsvColumns_->setUniformRowHeights(true);
+    lsvColumns_->setUniformRowHeights(false);  // a chooser's row is taller than a text row
     lsvColumns_->setAlternatingRowColors(true);
     lsvColumns_->setSelectionMode(QAbstractItemView::SingleSelection);
     QStringList captions;
     for (const char* caption : kColumnHeaders) captions << caption;
     lsvColumns_->setHeaderLabels(captions);
     lsvColumns_->setColumnWidth(0, 150);
-    lsvColumns_->setColumnWidth(1, 150);
+    lsvColumns_->setColumnWidth(1, 170);
 
     barPercent_ = new QProgressBar(this);
     barPercent_->setObjectName("barPercent");
@@ -108,7 +108,9 @@ void frmDatabase::mnuShowAdvanced_Click() {
         item->setText(1, lq(row.file));
         item->setText(2, lq(row.description));
         if (row.variable < 0) {
-            lsvColumns_->setItemWidget(item, 0, mappingBox(unmatched++, row.file));
+            QComboBox* box = mappingBox(unmatched++, row.file);
+            item->setSizeHint(0, box->sizeHint());
+            lsvColumns_->setItemWidget(item, 0, box);
         }
     }
 }
