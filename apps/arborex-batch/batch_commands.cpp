@@ -9,6 +9,7 @@
 #include "batch_project.hpp"
 #include "calc_command.hpp"
 #include "curve_commands.hpp"
+#include "exchange_commands.hpp"
 #include "frame/error_handler.hpp"
 #include "graph_command.hpp"
 #include "polygon_command.hpp"
@@ -38,7 +39,7 @@ std::string usageText() {
            "      Show a polygon's yield curve at each age of its model's grid. POLYGON is\n"
            "      the polygon's name or, if no name matches, its index from 0.\n" +
            calcUsage() + polygonUsage() + yieldsUsage() + reportUsage() + graphUsage() +
-           scheduleUsage() + summaryUsage() + standUpdateUsage() +
+           scheduleUsage() + summaryUsage() + standUpdateUsage() + exchangeUsage() +
            "  --help\n"
            "      Show this text.\n"
            "\n"
@@ -122,6 +123,9 @@ int runBatch(const std::vector<std::string>& args, std::ostream& out, std::ostre
         if (command == "summary") return runSummary(rest, out, err);
         if (command == "harvest-age") return runHarvestAge(rest, out, err);
         if (command == "silviculture") return runSilviculture(rest, out, err);
+        if (command == "import") return runImport(rest, out, err);
+        if (command == "export") return runExport(rest, out, err);
+        if (command == "tables") return runTables(rest, out, err);
         throw UsageError("unknown command '" + command + "'");
     } catch (const UsageError& e) {
         err << kProgram << ": " << e.what() << " (see " << kProgram << " --help)\n";
