@@ -155,6 +155,7 @@ void frmDatabase::cmdImport_Click() {
         QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     };
     bool imported = false;
+    importing_ = true;
     {
         BusyCursor busy;
         ArrowCursorPrompt arrow(host_.prompt);
@@ -163,10 +164,15 @@ void frmDatabase::cmdImport_Click() {
         runGuarded(m_, host, "ImportData", kModule,
                    [&] { imported = ImportData(m_, host, reader_, mapped, run_, progress); });
     }
+    importing_ = false;
     cmdImport_->setEnabled(true);
     mnuShowAdvanced_->setEnabled(true);
     mnuCancel_->setEnabled(true);
     if (imported) accept();
+}
+
+void frmDatabase::reject() {
+    if (!importing_) QDialog::reject();
 }
 
 }  // namespace arborex

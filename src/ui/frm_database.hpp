@@ -42,6 +42,9 @@ public:
     // name field: the user may still choose one).
     void cmdImport_Click();
 
+    // Closing the window leaves without change, but not while an import runs.
+    void reject() override;
+
 private:
     void buildMenus();
     void buildControls();
@@ -55,6 +58,7 @@ private:
     FieldMapping mapping_;  // the choices on screen, preselected from the remembered ones
     PolygonImport run_;
     bool opened_ = false;
+    bool importing_ = false;
 
     QTreeWidget* lsvColumns_ = nullptr;
     QAction* mnuShowAdvanced_ = nullptr;
