@@ -32,7 +32,7 @@ namespace {
 
 constexpr const char* kImportForm =
     "import PROJECT FILE [--table NAME] [--duplicates skip|update] [--map FIELD=KEY]... "
-    "[--save OUT] [--json] [--quiet] [--data DIR]";
+    "[--where FIELD=VALUE]... [--save OUT] [--json] [--quiet] [--data DIR]";
 constexpr const char* kExportForm =
     "export PROJECT OUT [--classic] [--advanced] [--quiet] [--data DIR]";
 constexpr const char* kTablesForm = "tables FILE [--json]";
@@ -41,6 +41,15 @@ std::string lowerExtension(const std::string& path) {
     std::string extension = std::filesystem::path(path).extension().string();
     if (!extension.empty()) extension.erase(0, 1);
     return toLower(extension);
+}
+
+// --where FIELD=VALUE: the field in capitals, the value as written (trimmed).
+std::pair<std::string, std::string> fieldValue(const std::string& word) {
+    const std::size_t equals = word.find('=');
+    const std::string field =
+        equals == std::string::npos ? "" : toUpper(trim(word.substr(0, equals)));
+    if (field.empty()) throw UsageError("--where takes FIELD=VALUE, not '" + word + "'");
+    return {field, trim(word.substr(equals + 1))};
 }
 
 std::pair<std::string, std::string> fieldMapping(const std::string& word) {
@@ -66,6 +75,7 @@ ImportRequest importRequest(const BatchOptions& options) {
         if (flag == "--save") request.saveTo = values.at(0);
         if (flag == "--table") request.table = values.at(0);
         if (flag == "--map") request.mapping.push_back(fieldMapping(values.at(0)));
+        if (flag == "--where") request.where.push_back(fieldValue(values.at(0)));
         if (flag != "--duplicates") continue;
         if (values.at(0) != "skip" && values.at(0) != "update")
             throw UsageError("--duplicates takes skip or update, not '" + values.at(0) + "'");
@@ -73,8 +83,8 @@ ImportRequest importRequest(const BatchOptions& options) {
     }
     // Text goes through TxtToColumns as the grid's Import Data sends it; every other kind, and a
     // text file for which a table or a mapping is asked, through the database route.
-    request.database =
-        readsAsDatabase(importKindOf(request.file)) || request.table || !request.mapping.empty();
+    request.database = readsAsDatabase(importKindOf(request.file)) || request.table ||
+                       !request.mapping.empty() || !request.where.empty();
     return request;
 }
 
@@ -104,18 +114,20 @@ GridCells withoutAdvancedColumns(const GridCells& cells) {
 
 std::string exchangeUsage() {
     return "  import PROJECT FILE [--table NAME] [--duplicates skip|update] [--map FIELD=KEY]...\n"
-           "         [--save OUT] [--json] [--quiet] [--data DIR]\n"
+           "         [--where FIELD=VALUE]... [--save OUT] [--json] [--quiet] [--data DIR]\n"
            "      Import polygons as the data grid's Import Data does: a .txt, .csv or .dat file\n"
            "      by its header line of catalogue keys, any other kind (.xls, .xlsx, .ods, .dbf,\n"
            "      .mdb, .accdb, .gpkg, .shp, .gdb, .geojson) through the database route, which\n"
            "      matches its fields by key and alternate key and prints the matching; a text\n"
-           "      file goes that route too when --table or --map is given. --table names the\n"
-           "      table (default the first); --map FIELD=KEY (repeatable) gives an unmatched\n"
-           "      field a catalogue key or MAPSHEET, POLYGON or MAPSTAND; --duplicates answers\n"
-           "      \"Update polygons?\" (default skip). Prints the counts and the values refused.\n"
-           "      PROJECT is written in place (the former file kept as .bak) or to --save OUT;\n"
-           "      a PROJECT that does not exist is made from the default polygon and the\n"
-           "      program's settings. Exit status 3: the file was refused; nothing is written.\n"
+           "      file goes that route too when --table, --map or --where is given. --table\n"
+           "      names the table (default the first); --map FIELD=KEY (repeatable) gives an\n"
+           "      unmatched field a catalogue key or MAPSHEET, POLYGON or MAPSTAND; --where\n"
+           "      FIELD=VALUE (repeatable) reads only the records whose field holds VALUE;\n"
+           "      --duplicates answers \"Update polygons?\" (default skip). Prints the counts\n"
+           "      and the values refused. PROJECT is written in place (the former file kept as\n"
+           "      .bak) or to --save OUT; a PROJECT that does not exist is made from the default\n"
+           "      polygon and the program's settings. Exit status 3: the file was refused;\n"
+           "      nothing is written.\n"
            "  export PROJECT OUT [--classic] [--advanced] [--quiet] [--data DIR]\n"
            "      Write the polygons as the data grid's Export Data does: a tab delimited key\n"
            "      row and a row per polygon, with the columns the grid shows, or all catalogue\n"
@@ -127,9 +139,9 @@ std::string exchangeUsage() {
 }
 
 int runImport(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    const BatchOptions options =
-        parseOptions(args, {"--json", "--quiet", "--data"},
-                     {{"--table", 1}, {"--duplicates", 1}, {"--map", 1}, {"--save", 1}});
+    const BatchOptions options = parseOptions(
+        args, {"--json", "--quiet", "--data"},
+        {{"--table", 1}, {"--duplicates", 1}, {"--map", 1}, {"--where", 1}, {"--save", 1}});
     const ImportRequest request = importRequest(options);
     std::error_code ec;
     if (!std::filesystem::exists(request.file, ec)) {

@@ -18,7 +18,7 @@
 namespace arborex::batch {
 
 // import PROJECT FILE [--table NAME] [--duplicates skip|update] [--map FIELD=KEY]...
-//        [--save OUT] [--json] [--quiet] [--data DIR]
+//        [--where FIELD=VALUE]... [--save OUT] [--json] [--quiet] [--data DIR]
 // A wrong command line is a usage error (2); a FILE that cannot be read, or a PROJECT that
 // cannot be loaded or saved, fails (1); a file the import refuses as a whole ("No Headerline
 // found", "No Name field exists, can't import", ...) is refused (3) and nothing is written.

@@ -77,6 +77,42 @@ void describeMatch(const ColumnMatch& match, ImportReport& report) {
             report.unmatched.push_back(unmatched);
 }
 
+// The records of a table whose fields hold the values asked (an inventory's primary layers,
+// say); the others are passed over as if the table did not hold them.
+class RecordFilter final : public TableReader {
+public:
+    RecordFilter(TableReader& reader, const std::vector<std::pair<std::string, std::string>>& where)
+        : reader_(reader), where_(where) {}
+    std::vector<std::string> tables(const std::string& path) override {
+        return reader_.tables(path);
+    }
+    std::vector<std::string> fields(const std::string& path, const std::string& table) override {
+        return reader_.fields(path, table);
+    }
+    void readRecords(const std::string& path, const std::string& table,
+                     const std::function<bool(const Record&, double)>& each) override {
+        std::vector<std::pair<std::size_t, std::string>> tests;
+        const std::vector<std::string> names = reader_.fields(path, table);
+        for (const auto& [field, value] : where_)
+            for (std::size_t i = 0; i < names.size(); ++i)
+                if (equalsNoCase(trim(names[i]), field)) tests.emplace_back(i, value);
+        reader_.readRecords(path, table, [&](const Record& record, double done) {
+            for (const auto& [i, value] : tests)
+                if (trim(i < record.size() ? record[i].value_or("") : "") != value) return true;
+            return each(record, done);
+        });
+    }
+
+private:
+    TableReader& reader_;
+    const std::vector<std::pair<std::string, std::string>>& where_;
+};
+
+bool hasField(const ColumnMatch& match, const std::string& field) {
+    return std::any_of(match.fields.begin(), match.fields.end(),
+                       [&](const std::string& f) { return equalsNoCase(trim(f), field); });
+}
+
 // A member holding an array of two-member objects, one a line.
 template <typename Second>
 void writePairs(JsonWriter& json, const char* name,
@@ -160,20 +196,22 @@ void importDatabase(Model& m, BatchHost& batch, const ImportRequest& request, Po
                          report.table + "\")";
         return;
     }
+    const auto noField = [&](const char* flag, const std::string& field, const std::string& value) {
+        return UsageError(std::string(flag) + " " + field + "=" + value + ": no field " + field +
+                          " in table \"" + report.table + "\"");
+    };
     FieldMapping mapping;
     for (const auto& [field, key] : request.mapping) {
-        const bool known =
-            std::any_of(db.match.fields.begin(), db.match.fields.end(),
-                        [&](const std::string& f) { return equalsNoCase(trim(f), field); });
-        if (!known)
-            throw UsageError("--map " + field + "=" + key + ": no field " + field + " in table \"" +
-                             report.table + "\"");
+        if (!hasField(db.match, field)) throw noField("--map", field, key);
         mapping.keyOfField[field] = key;
     }
+    for (const auto& [field, value] : request.where)
+        if (!hasField(db.match, field)) throw noField("--where", field, value);
     applyFieldMapping(db.match, mapping);
     describeMatch(db.match, report);
     const std::size_t records = batch.prompt().shown().size();
-    if (!ImportData(m, batch.host(), *reader, db, run)) {
+    RecordFilter kept(*reader, request.where);
+    if (!ImportData(m, batch.host(), kept, db, run)) {
         const auto shown = importNotes(batch.prompt(), before, report.messages);
         report.refusal = shown.empty() ? "nothing imported" : shown.back();
         return;

@@ -24,6 +24,7 @@ struct ImportRequest {
     int16_t dupMode = 0;  // 0 skip, 1 update: the duplicate question's answer
     std::optional<std::string> table;
     std::vector<std::pair<std::string, std::string>> mapping;  // FIELD -> KEY, both in capitals
+    std::vector<std::pair<std::string, std::string>> where;    // FIELD (capitals) = VALUE
     bool database = false;  // read through the table reader rather than TxtToColumns
 };
 
@@ -48,8 +49,8 @@ std::vector<std::string> importNotes(const BatchPrompt& prompt, std::size_t from
 void importText(Model& m, BatchHost& batch, const ImportRequest& request, PolygonImport& run,
                 ImportReport& report);
 // GetColumnHeader with --table as the chooser's answer (the first table without it, noted),
-// --map over the matching, then ImportData. Throws UsageError for a --map field the table does
-// not have.
+// --map over the matching, then ImportData of the records that --where keeps. Throws UsageError
+// for a --map or --where field the table does not have.
 void importDatabase(Model& m, BatchHost& batch, const ImportRequest& request, PolygonImport& run,
                     ImportReport& report);
 

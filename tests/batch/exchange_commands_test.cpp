@@ -186,32 +186,43 @@ TEST_F(ExchangeCommands, WrongCommandLinesAndMissingFilesWriteNothing) {
     EXPECT_FALSE(std::filesystem::exists(project));
 }
 
+// An inventory's layers: its fields mapped by hand, one kind of layer kept, a code refused.
 TEST_F(ExchangeCommands, ACsvTableThroughTheDatabaseRoute) {
     if (!tableReaderAvailable()) GTEST_SKIP() << "built without GDAL";
     const std::string file = dir.file("layers.csv");
     writeText(file,
-              "MAP_ID,POLYGON_NUMBER,SITE,SPECIES_CD_1,SPECIES_PCT_1\n"
-              "093G072,1234,18.5,FD,100\n"
-              "093G072,1235,,QQ,70\n");
+              "MAP_ID,POLYGON_NUMBER,LAYER,SITE,SPECIES_CD_1\n"
+              "093G072,1234,D,5.5,AT\n"
+              "093G072,1234,P,18.5,FDI\n"
+              "093G072,1235,P,,QQ\n");
     RunResult r = test::run({"tables", file});
     ASSERT_EQ(r.code, ExitOk) << r.err;
     EXPECT_EQ(r.out,
-              "layers (5 fields)\n  MAP_ID\n  POLYGON_NUMBER\n  SITE\n  SPECIES_CD_1\n"
-              "  SPECIES_PCT_1\n");
+              "layers (5 fields)\n  MAP_ID\n  POLYGON_NUMBER\n  LAYER\n  SITE\n  SPECIES_CD_1\n");
 
     const std::string project = dir.file("layers.arx");
-    r = run(
-        {"import", project, file, "--map", "polygon_number=POLYGON", "--map", "SITE=VSITEINDEX"});
+    const Strings words = {
+        "import", project,           file,      "--map",  "polygon_number=POLYGON",
+        "--map",  "SITE=VSITEINDEX", "--where", "LAYER=P"};
+    r = run(words);
     ASSERT_EQ(r.code, ExitOk) << r.err;
     EXPECT_TRUE(has(r.out,
                     "(database route, table \"layers\")\nColumns matched:\n"
-                    "  MAP_ID -> MAPSHEET\n  POLYGON_NUMBER -> POLYGON\n"));
-    EXPECT_TRUE(has(r.out, "  SITE -> VSITEINDEX\n  SPECIES_CD_1 -> VS1\n"));
+                    "  MAP_ID -> MAPSHEET\n  POLYGON_NUMBER -> POLYGON\n"
+                    "  SITE -> VSITEINDEX\n  SPECIES_CD_1 -> VS1\n"
+                    "Fields with no matching Arborex variable: LAYER\n2 OF 2\n"));
     EXPECT_TRUE(has(r.out, "  1 x VDYP Species not found: QQ\n"));
     const Model m = saved(project);
     ASSERT_EQ(m.LastPoly, 1);
     EXPECT_EQ(m.Poly[0].NAME.str(), "93G072 1234");
     EXPECT_FLOAT_EQ(m.Poly[0].VSITEINDEX, 18.5f);
+    EXPECT_EQ(m.Poly[0].VS[0].str(), "FD");
+
+    // A field the table does not have is a wrong command line, and nothing is written.
+    r = run({"import", dir.file("other.arx"), file, "--where", "LAYER_LEVEL_CODE=1"});
+    EXPECT_EQ(r.code, ExitUsage);
+    EXPECT_TRUE(has(r.err, "no field LAYER_LEVEL_CODE in table \"layers\""));
+    EXPECT_FALSE(std::filesystem::exists(dir.file("other.arx")));
 }
 
 }  // namespace
