@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <cstring>
 #include <filesystem>
 #include <mutex>
 
@@ -52,7 +53,11 @@ public:
 private:
     static void CPL_STDCALL collect(CPLErr level, CPLErrorNum, const char* message) {
         auto* self = static_cast<ErrorCollector*>(CPLGetErrorHandlerUserData());
-        if (self && level >= CE_Failure && self->first_.empty() && message) self->first_ = message;
+        if (!self || level < CE_Failure || !self->first_.empty() || !message) return;
+        // Drivers end their messages with line ends and commas that read badly in a box.
+        std::string text = message;
+        while (!text.empty() && std::strchr(" \t\r\n,;:.", text.back())) text.pop_back();
+        self->first_ = text;
     }
     std::string first_;
 };
