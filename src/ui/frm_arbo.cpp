@@ -28,6 +28,7 @@
 #include "ui/frm_polygon.hpp"
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
+#include "ui/frm_spreadsheet.hpp"
 #include "ui/frm_summary.hpp"
 #include "ui/startup_sequence.hpp"
 #include "ui/ui_helpers.hpp"
@@ -200,6 +201,15 @@ void frmArbo::view(int n) {
         guarded("view",
                 [this] { writeReportView(m_, host_.prompt, *launcher_, calcRun_.HanzlikRate); });
         return;
+    } else if (n == 5) {
+        auto* grid = findChild<frmSpreadsheet*>(QString(), Qt::FindDirectChildrenOnly);
+        if (!grid) {
+            grid = new frmSpreadsheet(m_, host_, this);
+            connect(grid, &frmSpreadsheet::polygonsChanged, this, &frmArbo::refreshButtons);
+        } else {
+            grid->refresh();
+        }
+        screen = grid;
     } else if (n == 7) {
         if (!settings_) settings_ = new frmSettingsReg(m_, host_, this);
         screen = settings_;

@@ -93,6 +93,12 @@ public:
     // Shows HAR of both managements again, after the yield view changed a target age.
     void refreshTargetAges();
 
+    // The classic delimited format, as on the data grid; after an import the list is shown
+    // again. And the data grid, opened over the whole project once this polygon is confirmed.
+    void mnuExpCSV_Click();
+    void mnuImpCSV_Click();
+    void mnuDataGrid_Click();
+
     // Selects the row of `polygon` in the list, which shows that polygon (after leaving the one
     // on screen). Nothing happens when it is not listed.
     void selectPolygonRow(int polygon);

@@ -105,6 +105,13 @@ void frmPolygon::buildMenus(QMenuBar* bar) {
     polygons->addSeparator();
     add(polygons, "mnuCalcYield", "Calculate &Yield Tables...", &frmPolygon::mnuCalcYield_Click);
     add(polygons, "mniYield", "View Yield &Table...", &frmPolygon::mniYield_Click);
+
+    QMenu* data = bar->addMenu("D&ata");
+    data->setObjectName("mnuData");
+    add(data, "mnuDataGrid", "Data &Grid...", &frmPolygon::mnuDataGrid_Click);
+    data->addSeparator();
+    add(data, "mnuImpCSV", "&Import OLD Comma format...", &frmPolygon::mnuImpCSV_Click);
+    add(data, "mnuExpCSV", "&Export OLD Comma format...", &frmPolygon::mnuExpCSV_Click);
 }
 
 QWidget* frmPolygon::buildListPanel() {
