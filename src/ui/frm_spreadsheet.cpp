@@ -140,7 +140,16 @@ void frmSpreadsheet::setupGrid() {
     // and column. Column 0 would repeat the names, so it is not shown as a cell.
     grd_->setUpdatesEnabled(false);
     grd_->setColumnHidden(kNameVariable, true);
+    for (int c = 1; c < kVariableCount; ++c) grd_->setColumnWidth(c, keyWidth(c));
     grd_->setUpdatesEnabled(true);
+}
+
+int frmSpreadsheet::keyWidth(int column) const {
+    // The set width, or more where the key would not fit (a current column's key is bold).
+    QFont bold = grd_->horizontalHeader()->font();
+    bold.setBold(true);
+    const QString key = lq(std::string(SetupVars()[static_cast<std::size_t>(column)].VarKey));
+    return std::max(kAdvancedWidth, QFontMetrics(bold).horizontalAdvance(key) + 12);
 }
 
 void frmSpreadsheet::ShowAdvanced() {
@@ -152,7 +161,7 @@ void frmSpreadsheet::ShowAdvanced() {
             grd_->setColumnHidden(c, true);
         } else if (show == 1) {
             grd_->setColumnHidden(c, !advanced);
-            if (advanced) grd_->setColumnWidth(c, kAdvancedWidth);
+            if (advanced) grd_->setColumnWidth(c, keyWidth(c));
         }
     }
     placeEditor();

@@ -87,6 +87,8 @@ private:
     QAction* addAction(QMenu* menu, const char* name, const QString& caption,
                        void (frmSpreadsheet::*handler)());
     bool guarded(const char* routine, const std::function<void()>& step);
+    // A column's width: enough for its key.
+    int keyWidth(int column) const;
 
     // The editor (frm_spreadsheet_editor.cpp).
     bool editorKey(QKeyEvent* key);

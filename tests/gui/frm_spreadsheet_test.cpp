@@ -74,6 +74,7 @@ struct GridScreen {
             QItemSelection(model->index(top, column(key)), model->index(bottom, column(key))),
             QItemSelectionModel::ClearAndSelect);
     }
+    void openEditor(int row, int column) { screen->openEditor(row, column); }
     const PolyData& poly(int p) { return gui.m.Poly[static_cast<std::size_t>(p)]; }
 };
 
@@ -136,6 +137,30 @@ private slots:
         s.type(0, "VP1", "1");
         QVERIFY(s.pink(0, "VP1"));
         QCOMPARE(s.poly(0).YIELDSTATE[0], int16_t{1});
+    }
+
+    void theEditorsKeysMoveOverShownCellsOnly() {
+        GridScreen s;
+        const int age = GridScreen::column("AGE");
+        s.openEditor(1, age);
+        QTest::keyClicks(s.txtEdit(), "99");
+        QTest::keyClick(s.txtEdit(), Qt::Key_Escape);  // the cell's text back
+        QCOMPARE(s.txtEdit()->text(), s.cell(0, "AGE"));
+        QTest::keyClick(s.txtEdit(), Qt::Key_Tab);
+        QCOMPARE(s.grd()->currentIndex().column(), GridScreen::column("FIZ"));
+        // Arrived by a move, the arrows go on moving; hidden columns are passed over.
+        QTest::keyClick(s.txtEdit(), Qt::Key_Left);
+        QTest::keyClick(s.txtEdit(), Qt::Key_Left);
+        QTest::keyClick(s.txtEdit(), Qt::Key_Left);
+        QCOMPARE(s.grd()->currentIndex().column(), GridScreen::column("OWNERSHIP"));
+        QTest::keyClick(s.txtEdit(), Qt::Key_Up);
+        QTest::keyClick(s.txtEdit(), Qt::Key_Up);  // never above the first polygon
+        QCOMPARE(s.grd()->currentIndex().row(), 0);
+        QTest::keyClick(s.txtEdit(), Qt::Key_End);
+        QCOMPARE(s.grd()->currentIndex().row(), 14);
+        QCOMPARE(s.grd()->currentIndex().column(), GridScreen::column("TP5"));  // the last shown
+        QVERIFY(!s.pink(0, "AGE"));
+        QCOMPARE(s.poly(0).AGE, s.cell(0, "AGE").toShort());
     }
 
     void fillDownCopiesTheFirstRowOverTheBlock() {
