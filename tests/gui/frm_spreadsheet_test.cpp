@@ -15,6 +15,8 @@
 #include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "gui_fixture.hpp"
+#include "modal_driver.hpp"
+#include "platform/gdal/gdal_table_reader.hpp"
 #include "ui/frm_spreadsheet.hpp"
 #include "ui/frm_spreadsheet_model.hpp"
 
@@ -23,6 +25,39 @@ using namespace arborex;
 namespace {
 
 const std::string kSample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
+
+// A dBase III table of text fields, 12 characters each, as an inventory program writes it.
+void writeDbf(const std::string& path, const std::vector<std::string>& fields,
+              const std::vector<std::vector<std::string>>& rows) {
+    constexpr int kWidth = 12;
+    auto word = [](QByteArray& out, int value, int bytes) {
+        for (int i = 0; i < bytes; ++i) out += static_cast<char>((value >> (8 * i)) & 0xff);
+    };
+    QByteArray out;
+    out += '\x03';
+    out += QByteArray("\x7c\x0b\x18", 3);  // last changed 2024-11-24
+    word(out, static_cast<int>(rows.size()), 4);
+    word(out, 32 + 32 * static_cast<int>(fields.size()) + 1, 2);
+    word(out, 1 + kWidth * static_cast<int>(fields.size()), 2);
+    out += QByteArray(20, '\0');
+    for (const std::string& field : fields) {
+        QByteArray descriptor = QByteArray::fromStdString(field).leftJustified(11, '\0', true);
+        descriptor += 'C';
+        descriptor += QByteArray(4, '\0');
+        descriptor += static_cast<char>(kWidth);
+        descriptor += QByteArray(15, '\0');
+        out += descriptor;
+    }
+    out += '\r';
+    for (const auto& row : rows) {
+        out += ' ';
+        for (const std::string& cell : row)
+            out += QByteArray::fromStdString(cell).leftJustified(kWidth, ' ', true);
+    }
+    out += '\x1a';
+    QFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly) || file.write(out) != out.size()) qFatal("no dbf");
+}
 
 struct GridScreen {
     test::GuiHost gui;
@@ -241,6 +276,59 @@ private slots:
         s.trigger("mnuExport");
         QVERIFY(s.gui.prompt.script.showed("Overwrite existing file?"));
         QCOMPARE(QFileInfo(QString::fromStdString(path)).size(), 0);
+    }
+
+    void importReadsTheExportBackAndRefusesBadNames() {
+        GridScreen s;
+        const std::string path = s.gui.dir.file("grid.txt");
+        s.gui.prompt.script.files.push_back(FileChoice{path, 1});
+        s.trigger("mnuExport");
+        s.type(0, "AGE", "7");
+        QVERIFY(s.pink(0, "AGE"));
+
+        // Every name is a duplicate: updated, the export's text gives the age back.
+        s.gui.prompt.script.files.push_back(FileChoice{path, 1});
+        s.gui.answers().push_back(Answer::Yes);
+        s.trigger("mnuImport");
+        const FileRequest& request = s.gui.prompt.fileRequests.back();
+        QCOMPARE(QString::fromStdString(request.title), QString("Import Data File"));
+        QVERIFY(QString::fromStdString(request.filter).endsWith("|Shapefile (*.shp)|*.shp"));
+        QVERIFY(s.gui.prompt.script.showed("Update polygons?"));
+        QVERIFY(s.gui.prompt.script.showed("15\tDuplicate Polygons Updated."));
+        QCOMPARE(s.gui.m.LastPoly, int16_t{14});
+        QCOMPARE(s.cell(0, "AGE"), QString("85"));
+        QVERIFY(!s.pink(0, "AGE"));  // the grid was rebuilt
+
+        s.gui.prompt.script.files.push_back(FileChoice{s.gui.dir.file("gone.txt"), 1});
+        s.trigger("mnuImport");
+        QCOMPARE(QString::fromStdString(s.gui.shown().back().text), QString("File Not Found"));
+        const std::string longName = s.gui.dir.file("inventory.dbf");
+        QFile(QString::fromStdString(longName)).open(QIODevice::WriteOnly);
+        s.gui.prompt.script.files.push_back(FileChoice{longName, 1});
+        s.trigger("mnuImport");
+        QCOMPARE(QString::fromStdString(s.gui.shown().back().text),
+                 QString("DBF filenames must be shorter then 8 chars"));
+    }
+
+    void aDatabaseTableComesInThroughTheImporter() {
+        if (!tableReaderAvailable()) QSKIP("built without GDAL");
+        GridScreen s;
+        const std::string path = s.gui.dir.file("poly.dbf");
+        writeDbf(path, {"NAME", "AREA", "SITE_INDEX"},
+                 {{"DB 1", "12.5", "21.5"}, {"DB 2", "3", ""}});
+        s.gui.prompt.script.files.push_back(FileChoice{path, 6});
+        QString caption;
+        test::whenModalShown([&caption](QWidget* importer) {
+            caption = importer->windowTitle();
+            importer->findChild<QPushButton*>("cmdImport")->click();
+        });
+        s.trigger("mnuImport");
+        QCOMPARE(caption, "Database Importer: " + QString::fromStdString(path));
+        QVERIFY(s.gui.prompt.script.showed("2\tPolygons Added."));
+        QCOMPARE(s.grd()->model()->rowCount(), 17);  // the grid reloaded
+        QCOMPARE(s.grd()->model()->headerData(15, Qt::Vertical).toString(), QString("DB 1"));
+        QCOMPARE(s.cell(15, "AREA"), QString("12.5"));
+        QCOMPARE(s.cell(15, "VSITEINDEX"), QString("21.5"));  // by its alternate key
     }
 };
 
