@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTableView>
 #include <QtTest>
@@ -17,6 +18,8 @@
 #include "gui_fixture.hpp"
 #include "modal_driver.hpp"
 #include "platform/gdal/gdal_table_reader.hpp"
+#include "ui/frm_arbo.hpp"
+#include "ui/frm_polygon.hpp"
 #include "ui/frm_spreadsheet.hpp"
 #include "ui/frm_spreadsheet_model.hpp"
 
@@ -63,7 +66,7 @@ struct GridScreen {
     test::GuiHost gui;
     std::unique_ptr<frmSpreadsheet> screen;
 
-    explicit GridScreen(bool withSample = true) {
+    explicit GridScreen(bool withSample = true, bool openGrid = true) {
         if (withSample) {
             programDefaults(gui.m);
             gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
@@ -72,6 +75,7 @@ struct GridScreen {
         } else {
             gui.installEmptyProject();
         }
+        if (!openGrid) return;
         screen = std::make_unique<frmSpreadsheet>(gui.m, gui.host);
         screen->show();
         if (!QTest::qWaitForWindowActive(screen.get())) qFatal("the grid is not active");
@@ -329,6 +333,45 @@ private slots:
         QCOMPARE(s.grd()->model()->headerData(15, Qt::Vertical).toString(), QString("DB 1"));
         QCOMPARE(s.cell(15, "AREA"), QString("12.5"));
         QCOMPARE(s.cell(15, "VSITEINDEX"), QString("21.5"));  // by its alternate key
+    }
+
+    void thePolygonScreenOpensTheGridAndHearsOfItsImports() {
+        GridScreen s(true, false);
+        frmArbo main(s.gui.m, s.gui.host);
+        s.gui.views.setMainScreen(&main);
+        main.view(1);
+        frmPolygon* polygons = main.polygonScreen();
+        auto* list = polygons->findChild<QListWidget*>("lstMapPoly");
+        QCOMPARE(list->count(), 15);
+        polygons->findChild<QAction*>("mnuDataGrid")->trigger();
+        auto* grid = main.findChild<frmSpreadsheet*>();
+        QVERIFY(grid && grid->isVisible());
+        main.view(5);
+        QCOMPARE(main.findChildren<frmSpreadsheet*>().size(), 1);  // brought up again
+
+        QGuiApplication::clipboard()->setText("NAME\tAREA\r\nNEW 1\t2\r\n");
+        grid->findChild<QAction*>("mnuPasteTable")->trigger();
+        QCOMPARE(list->count(), 16);
+
+        // The classic format from the polygon screen: ", " written, "," read.
+        const std::string exported = s.gui.dir.file("classic.csv");
+        s.gui.prompt.script.files.push_back(FileChoice{exported, 2});
+        polygons->findChild<QAction*>("mnuExpCSV")->trigger();
+        QFile file(QString::fromStdString(exported));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readLine().startsWith("NAME, AREA, DELETE, OWNERSHIP, "));
+        const std::string older = s.gui.dir.file("older.csv");
+        QFile written(QString::fromStdString(older));
+        QVERIFY(written.open(QIODevice::WriteOnly));
+        written.write("NAME,AREA,AGE,FIZ\r\nOLD 1,5,20,I\r\n");
+        written.close();
+        s.gui.prompt.script.files.push_back(FileChoice{older, 2});
+        polygons->findChild<QAction*>("mnuImpCSV")->trigger();
+        QCOMPARE(list->count(), 17);
+        main.view(5);
+        QCOMPARE(grid->gridModel().rowCount(), 17);
+        QCOMPARE(grid->gridModel().headerData(16, Qt::Vertical, Qt::DisplayRole).toString(),
+                 QString("OLD 1"));
     }
 };
 
