@@ -57,8 +57,8 @@ struct FieldSpec {
 // Writes one table of `fields` and `rows` (a null cell left unset) with GDAL's own driver, as
 // a user's spreadsheet or GIS program would have saved it.
 void writeLayer(GDALDataset& dataset, const char* table, const std::vector<FieldSpec>& fields,
-                const Rows& rows, char** options = nullptr) {
-    OGRLayer* layer = dataset.CreateLayer(table, nullptr, wkbNone, options);
+                const Rows& rows, OGRwkbGeometryType geometry = wkbNone) {
+    OGRLayer* layer = dataset.CreateLayer(table, nullptr, geometry, nullptr);
     ASSERT_NE(layer, nullptr);
     for (const auto& f : fields) {
         OGRFieldDefn definition(f.name, f.type);
@@ -142,6 +142,37 @@ TEST_F(GdalTableReaderTest, ADBaseTableAndAGeoPackageReadBackAsWritten) {
         return false;
     });
     EXPECT_EQ(seen, 1);
+}
+
+TEST_F(GdalTableReaderTest, GisLayersGiveTheirAttributes) {
+    struct Case {
+        const char *driver, *file, *table;
+    } cases[] = {{"ESRI Shapefile", "stands.shp", "stands"},
+                 {"GeoJSON", "stands.geojson", "stands"},
+                 {"OpenFileGDB", "inventory.gdb", "stands"}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        const std::string path = dir.file(c.file);
+        {
+            auto dataset = create(c.driver, path);
+            ASSERT_TRUE(dataset);
+            writeLayer(*dataset, c.table, kStandFields, kStands, wkbPoint);
+        }
+        EXPECT_EQ(reader->tables(path), (std::vector<std::string>{c.table}));
+        EXPECT_EQ(reader->fields(path, c.table),
+                  (std::vector<std::string>{"NAME", "AREA", "AGE", "NCDESC"}));
+        EXPECT_EQ(readAll(*reader, path, c.table), kStands);
+    }
+}
+
+// GDAL cannot write the Excel 97 format, so this workbook is kept beside the test: the same
+// sheets and cells as above, saved by Python's xlwt (numbers are all floating point there).
+TEST_F(GdalTableReaderTest, AnExcel97WorkbookReadsThroughFreeXL) {
+    const std::string path = std::string(ARBOREX_SOURCE_DIR) + "/tests/core/data/stands.xls";
+    EXPECT_EQ(reader->tables(path), (std::vector<std::string>{"Stands", "Notes"}));
+    EXPECT_EQ(reader->fields(path, "Stands"),
+              (std::vector<std::string>{"NAME", "AREA", "AGE", "NCDESC"}));
+    EXPECT_EQ(readAll(*reader, path, "Stands"), kStands);
 }
 
 #endif  // ARBOREX_HAVE_GDAL
