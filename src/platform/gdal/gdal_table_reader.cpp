@@ -151,6 +151,7 @@ std::string cellText(OGRFeature& feature, int field) {
 class GdalTableReader final : public TableReader {
 public:
     std::vector<std::string> tables(const std::string& path) override {
+        ErrorCollector quiet;  // a driver's warnings are no business of the user's
         Dataset dataset = openDataset(path);
         std::vector<std::string> names;
         for (int i = 0; i < dataset->GetLayerCount(); ++i)
@@ -159,6 +160,7 @@ public:
     }
 
     std::vector<std::string> fields(const std::string& path, const std::string& table) override {
+        ErrorCollector quiet;
         Dataset dataset = openDataset(path);
         OGRFeatureDefn* definition = findLayer(*dataset, path, table)->GetLayerDefn();
         std::vector<std::string> names;
@@ -169,10 +171,10 @@ public:
 
     void readRecords(const std::string& path, const std::string& table,
                      const std::function<bool(const Record&, double done)>& each) override {
+        ErrorCollector errors;
         Dataset dataset = openDataset(path);
         OGRLayer* layer = findLayer(*dataset, path, table);
         const int fieldCount = layer->GetLayerDefn()->GetFieldCount();
-        ErrorCollector errors;
         const GIntBig total = layer->GetFeatureCount(TRUE);
         layer->ResetReading();
         GIntBig read = 0;
