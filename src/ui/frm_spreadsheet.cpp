@@ -182,6 +182,7 @@ void frmSpreadsheet::ShowPolygons() {
     guarded("ShowPolygons", [&] { cells = gridCells(m_); });
     if (cells.empty()) cells.emplace_back(kVariableCount);
     model_->setCells(std::move(cells));
+    shownProject_ = m_.Files[FileProject];
 }
 
 void frmSpreadsheet::refresh() {
@@ -194,9 +195,18 @@ void frmSpreadsheet::refresh() {
 }
 
 bool frmSpreadsheet::gridIsStale() {
-    if (model_->polygonRows() == m_.LastPoly + 1) return false;
+    if (model_->polygonRows() == m_.LastPoly + 1 && shownProject_ == m_.Files[FileProject])
+        return false;
     ShowPolygons();
+    UpdateCaption();
     return true;
+}
+
+void frmSpreadsheet::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    // Another project opened from the main screen must not be edited under the old one's rows.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && EditState == 0)
+        gridIsStale();
 }
 
 void frmSpreadsheet::UpdateCaption() {

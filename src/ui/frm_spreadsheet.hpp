@@ -81,6 +81,7 @@ signals:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void buildMenus(QMenuBar* bar);
@@ -119,8 +120,9 @@ private:
     QLineEdit* txtEdit_ = nullptr;
     QPushButton* cmdDone_ = nullptr;
     QAction* mnuAdvanced_ = nullptr;
-    bool typing_ = false;   // the editor's arrows and Home/End stay in its text
-    bool closing_ = false;  // the editor is being closed: its focus loss is not a second close
+    bool typing_ = false;       // the editor's arrows and Home/End stay in its text
+    bool closing_ = false;      // the editor is being closed: its focus loss is not a second close
+    std::string shownProject_;  // the project file whose polygons the rows show
 };
 
 }  // namespace arborex

@@ -127,7 +127,8 @@ void frmSpreadsheet::closeEditor() {
 void frmSpreadsheet::commitEdit() {
     const QString text = txtEdit_->text();
     if (text.compare(lq(model_->cell(EditRow, EditCol)), Qt::CaseInsensitive) == 0) return;
-    if (model_->polygonRows() != m_.LastPoly + 1) return;  // another project came in meanwhile
+    // Another project came in meanwhile: the text belongs to none of its polygons.
+    if (model_->polygonRows() != m_.LastPoly + 1 || shownProject_ != m_.Files[FileProject]) return;
     GridChange change{EditRow, EditCol, {}, {}};
     if (!guarded("txtEdit_LostFocus", [&] {
             change.text = commitGridCell(m_, EditPoly, EditCol, ls(text.trimmed()), change.message);

@@ -202,6 +202,17 @@ private slots:
         QCOMPARE(s.poly(0).AGE, s.cell(0, "AGE").toShort());
     }
 
+    void anotherProjectIsNotEditedUnderTheOldRows() {
+        GridScreen s;
+        s.gui.m.Files[FileProject] = s.gui.dir.file("other.arx");  // opened meanwhile
+        s.grd()->setCurrentIndex(s.grd()->model()->index(0, GridScreen::column("AGE")));
+        QTest::keyClicks(s.grd(), "7");
+        QVERIFY(!s.txtEdit()->isVisible());  // the rows were shown afresh instead
+        QCOMPARE(s.poly(0).AGE, int16_t{85});
+        s.type(0, "AGE", "70");
+        QCOMPARE(s.poly(0).AGE, int16_t{70});
+    }
+
     void fillDownCopiesTheFirstRowOverTheBlock() {
         GridScreen s;
         const QString below = s.cell(6, "AREA");
