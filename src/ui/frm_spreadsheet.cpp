@@ -213,6 +213,11 @@ void frmSpreadsheet::UpdateCaption() {
     arborex::UpdateCaption(*this, m_, "Data Grid");
 }
 
+void frmSpreadsheet::done(int result) {
+    closeEditor();
+    QDialog::done(result);
+}
+
 void frmSpreadsheet::frmSpreadsheet_Form_DblClick() {
     host_.prompt.tell(kVariableNamesTitle, variableNamesText());
 }

@@ -78,6 +78,10 @@ signals:
     // An import added or changed polygons: screens that list them refresh.
     void polygonsChanged();
 
+public slots:
+    // Closing stores what the editor holds first.
+    void done(int result) override;
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

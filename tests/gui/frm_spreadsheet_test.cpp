@@ -211,6 +211,10 @@ private slots:
         QCOMPARE(s.poly(0).AGE, int16_t{85});
         s.type(0, "AGE", "70");
         QCOMPARE(s.poly(0).AGE, int16_t{70});
+        // Closing with the editor open stores what it holds.
+        QTest::keyClicks(s.txtEdit(), "66");
+        s.child<QPushButton>("cmdDone")->click();
+        QCOMPARE(s.poly(1).AGE, int16_t{66});
     }
 
     void fillDownCopiesTheFirstRowOverTheBlock() {
