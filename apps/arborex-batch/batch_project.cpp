@@ -12,6 +12,8 @@
 #include "frame/file_locations.hpp"
 #include "frame/project_open.hpp"
 #include "frame/startup.hpp"
+#include "model/default_polygon.hpp"
+#include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 
 namespace arborex::batch {
@@ -91,6 +93,14 @@ std::string failureReason(const std::exception_ptr& failure, const std::string& 
     const bool namesPath = !path.empty() && detail.rfind(path, 0) == 0;
     if (!detail.empty() && !namesPath) reason += ": " + detail;
     return reason;
+}
+
+void useInstalledDefaultPolygon(Model& m, Host& host) {
+    const std::string documents = m.Paths[UserDocuments];
+    m.Paths[UserDocuments] = m.Paths[ArborexFolder];
+    const bool loaded = LoadDefaults(m, host);
+    m.Paths[UserDocuments] = documents;
+    if (!loaded) projectFollowingPolygon(m.DefaultPoly, m.DefaultPolyC, m.DefaultPolyM);
 }
 
 }  // namespace arborex::batch

@@ -43,6 +43,10 @@ int16_t polygonOperand(const Model& m, const std::string& operand, const std::st
 
 // The reason of a failure: its text, and its detail unless that only names `path` (or the
 // temporary file a save writes beside it), which the line names already.
+// A batch run has no documents folder of its own: new polygons start from the installed
+// default polygon, or follow the project's settings when there is none.
+void useInstalledDefaultPolygon(Model& m, Host& host);
+
 std::string failureReason(const std::exception_ptr& failure, const std::string& path);
 
 }  // namespace arborex::batch

@@ -88,16 +88,6 @@ ImportRequest importRequest(const BatchOptions& options) {
     return request;
 }
 
-// A batch run has no documents folder of its own: new polygons start from the installed
-// default polygon, or follow the project's settings when there is none.
-void useInstalledDefaultPolygon(Model& m, Host& host) {
-    const std::string documents = m.Paths[UserDocuments];
-    m.Paths[UserDocuments] = m.Paths[ArborexFolder];
-    if (!LoadDefaults(m, host))
-        projectFollowingPolygon(m.DefaultPoly, m.DefaultPolyC, m.DefaultPolyM);
-    m.Paths[UserDocuments] = documents;
-}
-
 // Every column the grid shows before "Advanced Columns" is ticked.
 GridCells withoutAdvancedColumns(const GridCells& cells) {
     GridCells shown;

@@ -126,16 +126,6 @@ const ActionForm& checkCommandLine(const BatchOptions& options) {
     return *form;
 }
 
-// A new polygon without a source starts from the installed default polygon: a batch run has no
-// documents folder of its own to copy it into. Without one it follows the project's settings.
-void loadDefaultPolygon(Model& m, Host& host) {
-    const std::string documents = m.Paths[UserDocuments];
-    m.Paths[UserDocuments] = m.Paths[ArborexFolder];
-    const bool loaded = LoadDefaults(m, host);
-    m.Paths[UserDocuments] = documents;
-    if (!loaded) projectFollowingPolygon(m.DefaultPoly, m.DefaultPolyC, m.DefaultPolyM);
-}
-
 // What polychanged does when the user keeps the change, without asking.
 void setValues(Model& m, Prompt& prompt, int p, const std::vector<std::string>& words,
                ActionResult& result) {
@@ -191,7 +181,7 @@ ActionResult runAction(Model& m, BatchHost& batch, const BatchOptions& options,
         int source = -1;
         if (const auto* copyOf = ownFlagValues(options, "--copy-of"))
             source = polygon(copyOf->at(0));
-        if (source < 0) loadDefaultPolygon(m, batch.host());
+        if (source < 0) useInstalledDefaultPolygon(m, batch.host());
         const AddOutcome outcome = addPolygon(m, words[0], source);
         if (outcome.refusal != PolygonRefusal::None) {
             result.refusal = refusalText(m, outcome.refusal, false);

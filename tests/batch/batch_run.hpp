@@ -9,6 +9,9 @@
 #include <vector>
 
 #include "batch_commands.hpp"
+#include "model/model.hpp"
+#include "model/project_file.hpp"
+#include "support/fake_host.hpp"
 
 namespace arborex::test {
 
@@ -46,6 +49,15 @@ inline ::testing::AssertionResult has(const std::string& text, const std::string
 
 inline int lineCount(const std::string& text) {
     return static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+}
+
+// The project as a command wrote it, without the harvest ages that loading works out again.
+inline Model savedProject(const std::string& path) {
+    Model m;
+    programDefaults(m);
+    FakeHost host;
+    EXPECT_TRUE(ReadArx(m, host, path));
+    return m;
 }
 
 }  // namespace arborex::test

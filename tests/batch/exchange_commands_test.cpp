@@ -49,13 +49,6 @@ protected:
         std::filesystem::copy_file(std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx", path);
         return path;
     }
-    Model saved(const std::string& path) {
-        Model m;
-        programDefaults(m);
-        test::FakeHost host;
-        EXPECT_TRUE(ReadArx(m, host, path));
-        return m;
-    }
     test::TempDir dir;
 };
 
@@ -81,7 +74,7 @@ TEST_F(ExchangeCommands, ImportStartsAProjectFromATabFile) {
     EXPECT_TRUE(has(r.out, "note: Keyword(s) Not Found: "));
     EXPECT_TRUE(has(r.out, "COLOUR"));
     EXPECT_TRUE(has(r.out, "Wrote " + project + " (2 polygons)\n"));
-    const Model m = saved(project);
+    const Model m = test::savedProject(project);
     ASSERT_EQ(m.LastPoly, 1);
     EXPECT_EQ(m.Poly[0].NAME.str(), "North 1");
     EXPECT_FLOAT_EQ(m.Poly[0].AREA, 12.5f);
@@ -103,7 +96,7 @@ TEST_F(ExchangeCommands, DuplicatesAreSkippedUnlessUpdateIsAsked) {
     EXPECT_EQ(counts.at("ImpAdded").text, "1");
     EXPECT_EQ(skipped.root().at("created").text, "false");
     EXPECT_EQ(skipped.root().at("polygons").text, "16");
-    EXPECT_NE(saved(dir.file("skipped.arx")).Poly[0].AREA, 99.5f);
+    EXPECT_NE(test::savedProject(dir.file("skipped.arx")).Poly[0].AREA, 99.5f);
 
     r = run({"import", project, file, "--duplicates", "update", "--json"});
     ASSERT_EQ(r.code, ExitOk) << r.err;
@@ -112,7 +105,7 @@ TEST_F(ExchangeCommands, DuplicatesAreSkippedUnlessUpdateIsAsked) {
     EXPECT_EQ(updated.root().at("counts").at("ImpUpdated").text, "1");
     EXPECT_EQ(updated.root().at("counts").at("ImpAdded").text, "1");
     EXPECT_TRUE(std::filesystem::exists(dir.file("sample.bak")));
-    const Model m = saved(project);
+    const Model m = test::savedProject(project);
     EXPECT_FLOAT_EQ(m.Poly[0].AREA, 99.5f);
     EXPECT_EQ(m.LastPoly, 15);
 }
@@ -124,7 +117,7 @@ TEST_F(ExchangeCommands, AnExportReadBackLeavesThePolygonsAsTheyWere) {
     const std::string grid = dir.file("grid.txt");
     ASSERT_EQ(run({"export", project, grid, "--advanced"}).code, ExitOk);
     const std::string before = bytesOf(grid);
-    const Model original = saved(project);
+    const Model original = test::savedProject(project);
     for (const Strings& form :
          {Strings{grid, "--advanced"}, Strings{dir.file("old.csv"), "--classic"}}) {
         ASSERT_EQ(run({"export", project, form[0], form[1]}).code, ExitOk);
@@ -134,7 +127,7 @@ TEST_F(ExchangeCommands, AnExportReadBackLeavesThePolygonsAsTheyWere) {
         EXPECT_TRUE(has(r.out, "\"messages\": [],")) << form[1];
         ASSERT_EQ(run({"export", project, grid, "--advanced"}).code, ExitOk);
         EXPECT_EQ(bytesOf(grid), before) << form[1];
-        const Model again = saved(project);
+        const Model again = test::savedProject(project);
         for (int p = 0; p <= original.LastPoly; ++p)
             EXPECT_EQ(again.Poly[p].YIELDSTATE, original.Poly[p].YIELDSTATE) << form[1] << " " << p;
     }
@@ -212,7 +205,7 @@ TEST_F(ExchangeCommands, ACsvTableThroughTheDatabaseRoute) {
                     "  SITE -> VSITEINDEX\n  SPECIES_CD_1 -> VS1\n"
                     "Fields with no matching Arborex variable: LAYER\n2 OF 2\n"));
     EXPECT_TRUE(has(r.out, "  1 x VDYP Species not found: QQ\n"));
-    const Model m = saved(project);
+    const Model m = test::savedProject(project);
     ASSERT_EQ(m.LastPoly, 1);
     EXPECT_EQ(m.Poly[0].NAME.str(), "93G072 1234");
     EXPECT_FLOAT_EQ(m.Poly[0].VSITEINDEX, 18.5f);

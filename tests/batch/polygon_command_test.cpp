@@ -85,14 +85,6 @@ protected:
         EXPECT_TRUE(check.valid()) << check.error() << "\n" << r.out;
         return check.root();
     }
-    // The project as written, without the harvest ages that loading works out again.
-    Model saved(const std::string& path) {
-        Model m;
-        programDefaults(m);
-        test::FakeHost host;
-        EXPECT_TRUE(ReadArx(m, host, path));
-        return m;
-    }
     test::TempDir dir;
     std::string project = dir.file("woodlot.arx");
 };
@@ -129,7 +121,7 @@ TEST_F(PolygonCommand, AddFromTheDefaultPolygonAndAsACopy) {
     EXPECT_EQ(copy.at("action").text, "add");
     EXPECT_EQ(copy.at("polygons").text, "5");
     EXPECT_EQ(copy.at("changed").items.at(0).at("index").text, "4");
-    const Model m = saved(project);
+    const Model m = test::savedProject(project);
     EXPECT_EQ(m.Poly[3].NAME.str(), "P12");
     EXPECT_EQ(m.Poly[4].NAME.str(), "Alpha 2");
     EXPECT_EQ(m.Poly[4].AREA, 50.0f);
@@ -174,14 +166,14 @@ TEST_F(PolygonCommand, DeleteUndeleteRenameAndPurge) {
     EXPECT_TRUE(has(polygon({"rename", "Old", " New one "}).out,
                     "Renamed polygon 2 \"Old\" to \"New one\"\n"));
     EXPECT_TRUE(has(polygon({"rename", "0", ""}).out, "Polygon 0 keeps its name \"Alpha\"\n"));
-    Model m = saved(project);
+    Model m = test::savedProject(project);
     EXPECT_EQ(m.PolyC[1].DELETE, 1);
     EXPECT_EQ(m.PolyC[2].DELETE, 0);
     EXPECT_EQ(m.Poly[2].NAME.str(), "New one");
 
     const JsonValue purge = json({"purge"});
     EXPECT_EQ(purge.at("removed").text, "1");
-    m = saved(project);
+    m = test::savedProject(project);
     ASSERT_EQ(m.LastPoly, 1);
     EXPECT_EQ(m.Poly[1].NAME.str(), "New one");
 }
@@ -193,7 +185,7 @@ TEST_F(PolygonCommand, SplitAndReorder) {
     EXPECT_TRUE(has(r.out, "Split added 2 polygons\n"));
     EXPECT_TRUE(has(r.out, "      3 Alphaa            0    15.0"));
     ASSERT_EQ(polygon({"reorder"}).code, ExitOk);
-    const Model m = saved(project);
+    const Model m = test::savedProject(project);
     ASSERT_EQ(m.LastPoly, 4);
     EXPECT_EQ(m.Poly[0].AREA, 20.0f);
     EXPECT_EQ(m.Poly[4].NAME.str(), "Alphab");
@@ -211,7 +203,7 @@ TEST_F(PolygonCommand, SetCommitsLikeTheScreenAndMarksStaleCurves) {
                     "The Following variables have been changed:\n"
                     "  Area\n"
                     "  Regen Delay\n"));
-    Model m = saved(project);
+    Model m = test::savedProject(project);
     EXPECT_EQ(m.Poly[0].AREA, 9999.9f);  // clamped to the field's high
     EXPECT_EQ(m.PolyC[0].REGENDELAY, -1);
     EXPECT_EQ(m.Poly[0].YIELDSTATE[0], 3);
@@ -223,7 +215,7 @@ TEST_F(PolygonCommand, SetCommitsLikeTheScreenAndMarksStaleCurves) {
     EXPECT_EQ(set.at("marks").items.size(), 1u);
     EXPECT_EQ(set.at("marks").items.at(0).text, "VDYP");
     EXPECT_EQ(set.at("changed").items.at(0).at("YIELDSTATE").items.at(0).text, "1");
-    m = saved(project);
+    m = test::savedProject(project);
     EXPECT_EQ(m.Poly[0].VSITEINDEX, 21.4f);
     EXPECT_EQ(m.Poly[0].YIELDSTATE[0], 1);
     EXPECT_EQ(m.Poly[0].YIELDSTATE[1], 3);
@@ -240,7 +232,7 @@ TEST_F(PolygonCommand, SaveWritesOutAndLeavesTheProject) {
     ASSERT_EQ(r.code, ExitOk) << r.err;
     EXPECT_TRUE(has(r.out, "TIPSY must be recalculated\nVDYP must be recalculated\n"));
     EXPECT_EQ(bytesOf(project), before);
-    const Model m = saved(out);
+    const Model m = test::savedProject(out);
     EXPECT_EQ(m.Poly[1].FIZ.str(), "C");
     EXPECT_EQ(m.Poly[1].YIELDSTATE[0], 1);
     EXPECT_EQ(m.Poly[1].YIELDSTATE[1], 1);

@@ -45,13 +45,6 @@ protected:
         words.insert(words.end(), {"--data", std::string(ARBOREX_SOURCE_DIR) + "/data"});
         return test::run(words);
     }
-    Model saved(const std::string& path) {
-        Model m;
-        programDefaults(m);
-        test::FakeHost host;
-        EXPECT_TRUE(ReadArx(m, host, path));
-        return m;
-    }
     test::TempDir dir;
     std::string project = dir.file("sample.arx");
 };
@@ -68,7 +61,7 @@ TEST_F(StandUpdateCommands, HarvestAgeMovesTheTargetsOfTheListedPolygons) {
               "Wrote " +
                   project + " (15 polygons)\n");
     EXPECT_TRUE(std::filesystem::exists(dir.file("sample.bak")));
-    Model m = saved(project);
+    Model m = test::savedProject(project);
     EXPECT_EQ(m.Poly[0].HAR, (Pair{94, 70}));
     EXPECT_EQ(m.Poly[3].HAR, (Pair{70, 70}));
     EXPECT_EQ(m.Poly[1].HAR, (Pair{-1, -1}));
@@ -78,12 +71,12 @@ TEST_F(StandUpdateCommands, HarvestAgeMovesTheTargetsOfTheListedPolygons) {
                                   "--update-1st-harvest-age"})
                   .code,
               ExitOk);
-    EXPECT_EQ(saved(project).Poly[0].HAR, (Pair{63, 70}));
+    EXPECT_EQ(test::savedProject(project).Poly[0].HAR, (Pair{63, 70}));
     ASSERT_EQ(run("harvest-age", {"--polygons", "0", "--method", "7", "--amount", "20",
                                   "--update-1st-harvest-age", "--ignore-harvest-parameters"})
                   .code,
               ExitOk);
-    EXPECT_EQ(saved(project).Poly[0].HAR, (Pair{20, 70}));
+    EXPECT_EQ(test::savedProject(project).Poly[0].HAR, (Pair{20, 70}));
 }
 
 TEST_F(StandUpdateCommands, PartialCutIsRefusedWithoutACurrentVdypCurve) {
@@ -100,7 +93,7 @@ TEST_F(StandUpdateCommands, PartialCutIsRefusedWithoutACurrentVdypCurve) {
               "note: No VDYP Avaliable?: Partial cut will not be used on these polygons because "
               "they do not contain a current VDYP yield curve.; 93B045 104\n");
     EXPECT_EQ(bytesOf(project), before);
-    Model m = saved(out);
+    Model m = test::savedProject(out);
     EXPECT_EQ(m.Poly[2].SILVI, 1);
     EXPECT_EQ(m.Poly[2].PCPERC, -1);
     EXPECT_EQ(m.Poly[2].PCNEXT, 10);
@@ -110,7 +103,7 @@ TEST_F(StandUpdateCommands, PartialCutIsRefusedWithoutACurrentVdypCurve) {
 
     project = out;
     ASSERT_EQ(run("silviculture", {"--polygons", "2", "--clearcut"}).code, ExitOk);
-    EXPECT_EQ(saved(out).Poly[2].SILVI, 0);
+    EXPECT_EQ(test::savedProject(out).Poly[2].SILVI, 0);
 }
 
 TEST_F(StandUpdateCommands, EmptySelectionsAndWrongLinesWriteNothing) {
