@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPixmap>
@@ -20,6 +21,7 @@
 #include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "model/project_file.hpp"
+#include "platform/gdal/gdal_table_reader.hpp"
 #include "platform/qt_process_runner.hpp"
 #include "report/graph_files.hpp"
 #include "ui/frm_add.hpp"
@@ -29,6 +31,7 @@
 #include "ui/frm_calc_report.hpp"
 #include "ui/frm_calc_yield.hpp"
 #include "ui/frm_comm_thin.hpp"
+#include "ui/frm_database.hpp"
 #include "ui/frm_fert.hpp"
 #include "ui/frm_graph.hpp"
 #include "ui/frm_harv_age.hpp"
@@ -37,6 +40,7 @@
 #include "ui/frm_project.hpp"
 #include "ui/frm_settings_reg.hpp"
 #include "ui/frm_silvi.hpp"
+#include "ui/frm_spreadsheet.hpp"
 #include "ui/frm_summary.hpp"
 #include "ui/frm_yield.hpp"
 #include "ui/ui_helpers.hpp"
@@ -115,6 +119,32 @@ bool saveSummaryScreens(Model& m, Host& host, QWidget& main, const QDir& folder)
     frmSilvi silviculture(m, host, selection, &main);
     ok = save(silviculture, folder, "frmSilvi") && ok;
     silviculture.hide();
+    return ok;
+}
+
+// The data grid of the project, and the database importer on a small inventory table whose
+// field names are the provincial inventory's, some matched by their alternate keys.
+bool saveExchangeScreens(Model& m, Host& host, QWidget& main, const QDir& folder) {
+    frmSpreadsheet grid(m, host, &main);
+    grid.resize(1280, 600);
+    bool ok = save(grid, folder, "frmSpreadsheet");
+    grid.hide();
+    QTemporaryDir work;
+    if (!work.isValid()) return false;
+    const QString table = work.filePath("inventory.csv");
+    QFile file(table);
+    ok = file.open(QIODevice::WriteOnly) && ok;
+    file.write(
+        "MAP_ID,POLYGON_NUMBER,POLYGON_AREA,SITE_INDEX,CROWN_CLOSURE,SPECIES_CD_1,"
+        "SPECIES_PCT_1,EST_AGE_SPP1,EST_HEIGHT_SPP1\n"
+        "093G072,37705584,12.5,18.0,70,PLI,60,25,9.0\n");
+    file.close();
+    const auto reader = makeTableReader();
+    frmDatabase importer(m, host, *reader, ss(table), &main);
+    if (!importer.opened()) return false;
+    importer.resize(900, 560);
+    ok = save(importer, folder, "frmDatabase") && ok;
+    importer.hide();
     return ok;
 }
 
@@ -225,6 +255,7 @@ int grabScreens(const std::string& folder, const std::string& project,
         polygons.hide();
     }
     ok = saveSummaryScreens(*m, host, main, target) && ok;
+    ok = saveExchangeScreens(*m, host, main, target) && ok;
 
     CalcRun run;
     frmCalc calc(*m, host, run, &main);

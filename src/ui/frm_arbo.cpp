@@ -206,6 +206,14 @@ void frmArbo::view(int n) {
         if (!grid) {
             grid = new frmSpreadsheet(m_, host_, this);
             connect(grid, &frmSpreadsheet::polygonsChanged, this, &frmArbo::refreshButtons);
+            // "Return to Polygon Data" means what it says: the polygon screen comes up after
+            // the main screen that every closing view brings back.
+            connect(
+                grid, &QDialog::finished, this,
+                [this] {
+                    if (!ending_) view(1);
+                },
+                Qt::QueuedConnection);
         } else {
             grid->refresh();
         }
@@ -233,6 +241,8 @@ void frmArbo::redisplayPolygonScreen() {
     // The load's own request to the views comes before the species are bound and the harvest
     // ages computed; the list is shown again once the project is complete.
     if (polygon_ && polygon_->isVisible()) polygon_->redisplayPolygons(m_.LastPoly);
+    if (auto* grid = findChild<frmSpreadsheet*>(QString(), Qt::FindDirectChildrenOnly))
+        grid->refresh();
     // The summary has nothing to show, and no area to average over, without polygons.
     if (summary_ && m_.LastPoly >= 0)
         summary_->refresh();
