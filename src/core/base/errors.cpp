@@ -22,6 +22,8 @@ std::string errorText(int number) {
             return "Bad file name or number";
         case ErrFileNotFound:
             return "File not found";
+        case ErrDiskFull:
+            return "Disk full";
         case ErrInputPastEnd:
             return "Input past end of file";
         case ErrPermissionDenied:

@@ -19,6 +19,7 @@ enum ErrorNumber : int {
     ErrInternal = 51,
     ErrBadFileName = 52,
     ErrFileNotFound = 53,
+    ErrDiskFull = 61,
     ErrInputPastEnd = 62,
     ErrPermissionDenied = 70,
     ErrPathFileAccess = 75,

@@ -3,9 +3,8 @@
 #include "exchange/grid_export.hpp"
 
 #include <algorithm>
-#include <fstream>
 
-#include "base/errors.hpp"
+#include "base/atomic_file.hpp"
 #include "base/text.hpp"
 #include "exchange/import_item.hpp"
 #include "exchange/polygon_import.hpp"
@@ -128,10 +127,9 @@ std::string tabCsvText(const GridCells& cells, std::string_view delimiter) {
     return text;
 }
 
+// An export that fails half way must not leave a cut-off file where the user's table was.
 void writeExportFile(const std::string& path, std::string_view text) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (!out || !out.write(text.data(), static_cast<std::streamsize>(text.size())))
-        throw ArborexError(ErrPathFileAccess, path);
+    writeFileAtomically(path, text);
 }
 
 void ExportTabCSV(const std::string& path, const GridCells& cells, std::string_view delimiter) {

@@ -30,11 +30,17 @@ ByteWriter::ByteWriter(const std::string& path) : buffer_(kBufferSize) {
     if (!file_) throwOpenFailure(errno, path, true);
 }
 
+ByteWriter::ByteWriter(AtomicFile& target) : atomic_(&target), buffer_(kBufferSize) {}
+
 ByteWriter::~ByteWriter() {
     if (file_) std::fclose(file_);
 }
 
 void ByteWriter::writeDirect(const void* data, std::size_t size) {
+    if (atomic_) {
+        atomic_->write(data, size);
+        return;
+    }
     if (std::fwrite(data, 1, size, file_) != size) throw ArborexError(ErrPathFileAccess);
 }
 
@@ -45,6 +51,7 @@ void ByteWriter::flushBuffer(std::size_t /*incoming*/) {
 
 void ByteWriter::finish() {
     flushBuffer(0);
+    if (atomic_) return;
     std::FILE* f = file_;
     file_ = nullptr;
     bool failed = std::fflush(f) != 0 || std::ferror(f) != 0;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/atomic_file.hpp"
 #include "base/text.hpp"
 
 namespace arborex {
@@ -20,6 +21,8 @@ class ByteWriter {
 public:
     // Opens `path` for writing, replacing it. Throws ArborexError when it cannot.
     explicit ByteWriter(const std::string& path);
+    // Writes into `target`, whose commit is the caller's, after finish().
+    explicit ByteWriter(AtomicFile& target);
     ~ByteWriter();
     ByteWriter(const ByteWriter&) = delete;
     ByteWriter& operator=(const ByteWriter&) = delete;
@@ -46,13 +49,15 @@ public:
         for (auto v : values) i2(v);
     }
 
-    // Flushes and closes; throws when anything failed to reach the disk.
+    // Flushes and closes (or, over an AtomicFile, hands it the rest); throws when anything
+    // failed to reach the disk.
     void finish();
 
 private:
     void flushBuffer(std::size_t incoming);
     void writeDirect(const void* data, std::size_t size);
     std::FILE* file_ = nullptr;
+    AtomicFile* atomic_ = nullptr;
     std::vector<char> buffer_;
     std::size_t used_ = 0;
 };

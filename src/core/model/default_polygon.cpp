@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "base/atomic_file.hpp"
 #include "base/file_names.hpp"
 #include "model/arx_records.hpp"
 #include "model/model.hpp"
@@ -9,11 +10,14 @@
 namespace arborex {
 
 void SaveDefaultPolygon(const Model& m, const std::string& path) {
-    ByteWriter w(path);
+    // Every new polygon starts from this file, so a broken write must not replace it.
+    AtomicFile file(path);
+    ByteWriter w(file);
     arx::write(w, m.DefaultPoly);
     arx::write(w, m.DefaultPolyC);
     arx::write(w, m.DefaultPolyM);
     w.finish();
+    file.commit();
 }
 
 bool LoadDefaults(Model& m, Host& host) {

@@ -1,17 +1,12 @@
 #include "model/project_file.hpp"
 
-#include <filesystem>
-#include <system_error>
-
+#include "base/atomic_file.hpp"
 #include "base/dates.hpp"
 #include "base/display_format.hpp"
-#include "base/errors.hpp"
 #include "base/file_names.hpp"
 #include "model/arx_records.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/recent_files.hpp"
-
-namespace fs = std::filesystem;
 
 namespace arborex {
 
@@ -147,20 +142,6 @@ int countDeleted(const Model& m) {
     return deleted;
 }
 
-// Moves the former file aside as the one .bak and the new file into its place.
-void replaceWithBackup(const std::string& written, const std::string& path) {
-    std::error_code ec;
-    if (fs::exists(path, ec)) {
-        const std::string backup = changeExtension(path, ".bak");
-        fs::remove(backup, ec);
-        if (ec) throw ArborexError(ErrPermissionDenied, backup);
-        fs::rename(path, backup, ec);
-        if (ec) throw ArborexError(ErrPathFileAccess, path);
-    }
-    fs::rename(written, path, ec);
-    if (ec) throw ArborexError(ErrPathFileAccess, path);
-}
-
 }  // namespace
 
 std::string oldFormatName(const std::string& name) {
@@ -192,10 +173,14 @@ void SaveArx(Model& m, Host& host, const std::string& path, int16_t version, boo
     }
     if (trim(path).empty()) return;
 
-    const std::string temporary = path + ".saving";
+    // The new file is written beside the project and renamed into place once it is whole on
+    // disk; only then does the former file become the one .bak. A crash, a kill or a full disk
+    // at any moment therefore leaves the former or the new project under its name, and a whole
+    // .bak beside it.
     host.status.show("Saving ARX file : " + path);
     try {
-        ByteWriter w(temporary);
+        AtomicFile file(path);
+        ByteWriter w(file);
         if (version == kCurrentFileVersion) {
             m.Files[FileProject] = path;
             m.Files[FileDisplayName] = displayName(path);
@@ -208,10 +193,8 @@ void SaveArx(Model& m, Host& host, const std::string& path, int16_t version, boo
         ProgressBar bar(host.status);
         writeProject(w, m, version, bar);
         w.finish();
-        replaceWithBackup(temporary, path);
+        file.commit([&path] { keepBackup(path, changeExtension(path, ".bak")); });
     } catch (...) {
-        std::error_code ec;
-        fs::remove(temporary, ec);
         host.status.close();
         throw;
     }

@@ -26,8 +26,9 @@ bool ReadArx(Model& m, Host& host, const std::string& path, const CurvesReadStep
 
 // Writes the model to `path` as `version` (3226, 200 or 111). With `purge`, first offers to
 // remove soft-deleted polygons. The former file is kept as "<name>.bak". The file is written
-// under a temporary name and renamed into place, so a failure leaves the former file and its
-// .bak as they were; failures throw ArborexError.
+// under a temporary name, synced to disk and renamed into place, so a failure (a full disk
+// throws ErrDiskFull) leaves the former file and its .bak as they were, and a crash at any
+// moment leaves the former or the new project under the name; failures throw ArborexError.
 void SaveArx(Model& m, Host& host, const std::string& path, int16_t version, bool purge);
 
 // Saves to the current project file, or asks for a name when there is none yet.
