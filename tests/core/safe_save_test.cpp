@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -92,16 +93,26 @@ protected:
         test::writeFileBytes(bak, olderBak);
     }
 
-    // Saves `next` to plan.arx in a child process under `hooks`; returns its wait status.
-    int saveInChild(AtomicFileHooks hooks) {
+    // Saves `next` to plan.arx in a child process under `hooks` and, when given, a limit on
+    // the size of any file it writes. Returns its wait status; it exits with 0 when the save
+    // succeeded, and with the failure's number otherwise.
+    int saveInChild(AtomicFileHooks hooks, rlim_t fileSizeLimit = 0) {
         const pid_t child = fork();
         if (child == 0) {
             setAtomicFileHooks(std::move(hooks));
+            if (fileSizeLimit > 0) {
+                // Past the limit the kernel cuts a write short and then refuses the next.
+                signal(SIGXFSZ, SIG_IGN);
+                const rlimit limit{fileSizeLimit, fileSizeLimit};
+                setrlimit(RLIMIT_FSIZE, &limit);
+            }
             test::FakeHost quiet;
             try {
                 SaveArx(next, quiet, path, 3226, false);
+            } catch (const ArborexError& e) {
+                _exit(e.number() & 0xff);
             } catch (...) {
-                _exit(3);
+                _exit(1);
             }
             _exit(0);
         }
@@ -152,7 +163,7 @@ protected:
 
 TEST_F(SafeSave, KilledAtAnyByteOrStepLeavesAWholeProjectAndBak) {
     std::set<std::uint64_t> positions = {0, 1, 241, 242, 243, fresh.size() - 1};
-    for (std::uint64_t k = 0; k < 150; ++k) positions.insert(k * fresh.size() / 150);
+    for (std::uint64_t k = 0; k < 100; ++k) positions.insert(k * fresh.size() / 100);
     for (std::uint64_t at : positions) {
         AtomicFileHooks hooks;
         hooks.writeLimit = [at](std::uint64_t written, std::size_t size) -> std::size_t {
@@ -239,6 +250,16 @@ TEST_F(SafeSave, AFullDiskKeepsBothFilesAndSaysSo) {
     SaveArx(next, host, path, 3226, false);
     EXPECT_EQ(withoutSaveTime(test::readFileBytes(path)), fresh);
     EXPECT_EQ(test::readFileBytes(bak), former);
+}
+
+// A real short write: the kernel stops the file at a size limit in the middle of a write.
+TEST_F(SafeSave, AWriteTheSystemCutsShortKeepsBothFiles) {
+    const int status = saveInChild({}, 50000);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), ErrDiskFull);
+    EXPECT_EQ(test::readFileBytes(path), former);
+    EXPECT_EQ(test::readFileBytes(bak), olderBak);
+    EXPECT_EQ(filesIn(dir.path()), (std::set<std::string>{"plan.arx", "plan.bak"}));
 }
 
 TEST_F(SafeSave, AFullDiskOnAFirstSaveLeavesNoFile) {
