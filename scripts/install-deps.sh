@@ -8,6 +8,8 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   clang clang-format libclang-rt-14-dev
   libgdal-dev odbc-mdbtools mdbtools
+  # renders the user's guide to HTML at build time
+  pandoc
 )
 missing=()
 for p in "${packages[@]}"; do
