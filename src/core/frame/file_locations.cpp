@@ -33,29 +33,56 @@ std::string under(const std::string& base, const std::string& relative) {
     return base.empty() ? relative : withTrailingSlash(base) + relative;
 }
 
+// Where a program or help file lies by default.
+enum class Place {
+    Data,      // the data folder, Paths[0]
+    Programs,  // the programs' folder: the graphing program is arborex-chart, beside arborex
+    Guide,     // the user's guide, which is the program's manual
+};
+
 struct ProgramFile {
     int index;
     const char* key;
     const char* relative;
-    bool withPrograms = false;  // in the programs' folder rather than the data folder
+    Place place = Place::Data;
 };
 
-// The graphing program is arborex-chart, installed beside arborex itself.
 constexpr ProgramFile kProgramFiles[] = {
-    {FileVDYPexe, "VDYPexe", "VDYP/vdypbat"},    {FileTIPSYexe, "TIPSYexe", "TIPSY/btipsy"},
-    {FileVDYPhelp, "VDYPhelp", "VDYP/vdyp.hlp"}, {FileTIPSYhelp, "TIPSYhelp", "TIPSY/TIPSY32.hlp"},
-    {FileManual, "ARBOREXhelp", "AXRM31.pdf"},   {FileChartex, "Chartex", "arborex-chart", true},
+    {FileVDYPexe, "VDYPexe", "VDYP/vdypbat"},
+    {FileTIPSYexe, "TIPSYexe", "TIPSY/btipsy"},
+    {FileVDYPhelp, "VDYPhelp", "VDYP/vdyp.hlp"},
+    {FileTIPSYhelp, "TIPSYhelp", "TIPSY/TIPSY32.hlp"},
+    {FileManual, "ARBOREXhelp", "AXRM31.pdf", Place::Guide},
+    {FileChartex, "Chartex", "arborex-chart", Place::Programs},
     {FileBTP, "BTPfile", "TIPSY/arborex2.btp"},
 };
 
-// The folder of the programs for a data folder: PREFIX/bin/ for PREFIX/share/arborex/ (the
-// installed and the build tree's layout), else the data folder itself (data beside them).
-std::string programsFolder(const std::string& dataFolder) {
+// PREFIX for a data folder PREFIX/share/arborex/ (the installed and the build tree's layout);
+// empty for data kept elsewhere.
+fs::path installPrefix(const std::string& dataFolder) {
     const fs::path data = fs::path(dataFolder).lexically_normal();
     const fs::path folder = data.has_filename() ? data : data.parent_path();
-    if (folder.filename() != "arborex" || folder.parent_path().filename() != "share")
-        return dataFolder;
-    return withTrailingSlash((folder.parent_path().parent_path() / "bin").string());
+    if (folder.filename() != "arborex" || folder.parent_path().filename() != "share") return {};
+    return folder.parent_path().parent_path();
+}
+
+// The folder of the programs for a data folder: PREFIX/bin/, else the data folder itself (data
+// beside them).
+std::string programsFolder(const std::string& dataFolder) {
+    const fs::path prefix = installPrefix(dataFolder);
+    return prefix.empty() ? dataFolder : withTrailingSlash((prefix / "bin").string());
+}
+
+// The guide's first page in PREFIX/share/doc/arborex/guide/: rendered to HTML when the build
+// machine could, else the Markdown page. Data kept elsewhere keeps the manual beside it.
+std::string manualFile(const std::string& dataFolder, const char* relative) {
+    const fs::path prefix = installPrefix(dataFolder);
+    if (prefix.empty()) return dataFolder + relative;
+    const fs::path guide = prefix / "share/doc/arborex/guide";
+    std::error_code ec;
+    for (const char* page : {"index.html", "index.md"})
+        if (fs::is_regular_file(guide / page, ec)) return (guide / page).string();
+    return (guide / "index.html").string();
 }
 
 }  // namespace
@@ -93,10 +120,21 @@ void DefaultPaths(Model& m, Host& host) {
     m.Paths[UserDocuments] = !shared.empty() ? withTrailingSlash(shared)
                                              : env.documentsFolder() + "/" + "Arborex for Windows/";
 
-    const std::string programs = programsFolder(m.Paths[ArborexFolder]);
-    for (const ProgramFile& file : kProgramFiles)
-        m.Files[static_cast<std::size_t>(file.index)] =
-            (file.withPrograms ? programs : m.Paths[ArborexFolder]) + file.relative;
+    const std::string& data = m.Paths[ArborexFolder];
+    for (const ProgramFile& file : kProgramFiles) {
+        std::string& path = m.Files[static_cast<std::size_t>(file.index)];
+        switch (file.place) {
+            case Place::Data:
+                path = data + file.relative;
+                break;
+            case Place::Programs:
+                path = programsFolder(data) + file.relative;
+                break;
+            case Place::Guide:
+                path = manualFile(data, file.relative);
+                break;
+        }
+    }
     // The editors' defaults ask the desktop, which is slow; LoadRegistry asks only for those
     // that the user has not set.
     for (int i = FileEditorWord; i <= FileEditorImage; ++i)

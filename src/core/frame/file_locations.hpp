@@ -20,7 +20,8 @@ bool GetAppPath(Model& m, Host& host, const std::string& programFolder);
 // DefaultUserDocuments with "%UserName%" and "%UserProfile%" expanded, Paths[2] that or the
 // user's documents folder + "Arborex for Windows/", Files[0..6] and [11] beside Paths[0], but
 // the graphing program Files[5] (arborex-chart) beside the program: PREFIX/bin/ when Paths[0]
-// is PREFIX/share/arborex/.
+// is PREFIX/share/arborex/; and there the manual Files[4] is the user's guide,
+// PREFIX/share/doc/arborex/guide/index.html (index.md when the guide was not rendered).
 void DefaultPaths(Model& m, Host& host);
 
 // Makes the temporary and documents folders and checks that files can be written there; checks
