@@ -18,6 +18,7 @@
 #include "frame/startup.hpp"
 #include "frame/user_settings.hpp"
 #include "model/colours.hpp"
+#include "model/default_polygon.hpp"
 #include "model/polygon_lifecycle.hpp"
 #include "model/project_file.hpp"
 #include "model/recent_files.hpp"
@@ -43,22 +44,38 @@ constexpr const char* kModule = "frmArbo2";
 struct ViewButton {
     const char* caption;
     const char* description;
-    int view;            // the view the button opens
-    bool needsPolygons;  // nothing to show or compute without a polygon
+    int view;  // the view the button opens
 };
 
 constexpr std::array<ViewButton, 6> kViewButtons = {{
-    {"&Project", "Scenario, licence, district, company and user of the project", 0, false},
-    {"Polygon &Data", "Enter and edit the polygons and their inventory", 1, false},
-    {"C&alculations", "Simulate the harvest and find the highest sustainable rate", 3, true},
-    {"&Summary", "Compare the yields and harvest ages of all polygons", 2, true},
-    {"&Report", "Write the project report to a document", 4, true},
-    {"S&ettings", "Program folders, growth models and user defaults", 7, false},
+    {"&Project", "Scenario, licence, district, company and user of the project", 0},
+    {"Polygon &Data", "Enter and edit the polygons and their inventory", 1},
+    {"C&alculations", "Simulate the harvest and find the highest sustainable rate", 3},
+    {"&Summary", "Compare the yields and harvest ages of all polygons", 2},
+    {"&Report", "Write the project report to a document", 4},
+    {"S&ettings", "Program folders, growth models and user defaults", 7},
 }};
 
-// Screens of the views that this build provides; the buttons of the others stay disabled.
-bool screenExists(int view) {
-    return (view >= 0 && view <= 4) || view == 7;
+struct ViewMenuEntry {
+    const char* caption;
+    int view;
+};
+
+// Every view, the data grid included, which has no button of its own.
+constexpr std::array<ViewMenuEntry, 7> kViewMenu = {{
+    {"&Project", 0},
+    {"Polygon &Data", 1},
+    {"Data &Grid", 5},
+    {"C&alculations", 3},
+    {"&Summary", 2},
+    {"&Report", 4},
+    {"S&ettings", 7},
+}};
+
+// The summary, the calculation and the report have nothing to show or compute without a
+// polygon; the other views are where polygons come from.
+bool needsPolygons(int view) {
+    return view == 2 || view == 3 || view == 4;
 }
 
 }  // namespace
@@ -148,6 +165,16 @@ void frmArbo::buildMenus() {
     file->addSeparator();
     addAction(file, "mniExit", "E&xit", &frmArbo::cmdExit_Click);
 
+    QMenu* views = menuBar()->addMenu("&View");
+    views->setObjectName("mniView");
+    for (const ViewMenuEntry& entry : kViewMenu) {
+        QAction* action = views->addAction(entry.caption);
+        action->setObjectName(QString("mniView_%1").arg(entry.view));
+        action->setData(entry.view);
+        const int viewNumber = entry.view;
+        connect(action, &QAction::triggered, this, [this, viewNumber] { view(viewNumber); });
+    }
+
     QMenu* help = menuBar()->addMenu("&Help");
     help->setObjectName("mnuHelp");
     addAction(help, "mnuHelpArbo", "Arborex &Manual", &frmArbo::mnuHelpArbo_Click);
@@ -203,6 +230,9 @@ void frmArbo::view(int n) {
         return;
     } else if (n == 5) {
         auto* grid = findChild<frmSpreadsheet*>(QString(), Qt::FindDirectChildrenOnly);
+        // Polygons the grid imports start from the default polygon, which the polygon screen
+        // reads when it opens; without that screen the grid has it read here.
+        if (!polygon_) guarded("view", [this] { LoadDefaults(m_, host_); });
         if (!grid) {
             grid = new frmSpreadsheet(m_, host_, this);
             connect(grid, &frmSpreadsheet::polygonsChanged, this, &frmArbo::refreshButtons);
@@ -222,7 +252,7 @@ void frmArbo::view(int n) {
         if (!settings_) settings_ = new frmSettingsReg(m_, host_, this);
         screen = settings_;
     } else {
-        return;  // the other views' screens are not part of this build
+        return;  // no view has this number
     }
     if (!screen->testAttribute(Qt::WA_DeleteOnClose)) {
         screen->setAttribute(Qt::WA_DeleteOnClose);
@@ -264,10 +294,12 @@ void frmArbo::UpdateCaption() {
 
 void frmArbo::refreshButtons() {
     const bool havePolygons = m_.LastPoly >= 0;
-    for (std::size_t i = 0; i < kViewButtons.size(); ++i) {
-        const ViewButton& entry = kViewButtons[i];
-        cmdView_[i]->setEnabled(screenExists(entry.view) && (havePolygons || !entry.needsPolygons));
-    }
+    const auto allowed = [havePolygons](int view) { return havePolygons || !needsPolygons(view); };
+    for (std::size_t i = 0; i < kViewButtons.size(); ++i)
+        cmdView_[i]->setEnabled(allowed(kViewButtons[i].view));
+    if (auto* views = menuBar()->findChild<QMenu*>("mniView"))
+        for (QAction* action : views->actions())
+            action->setEnabled(allowed(action->data().toInt()));
 }
 
 void frmArbo::refreshRecentMenu() {
