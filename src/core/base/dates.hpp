@@ -17,7 +17,7 @@ struct DateTimeParts {
 
 double dayCountFromParts(const DateTimeParts& parts);
 DateTimeParts partsFromDayCount(double dayCount);
-// The local date and time now.
+// The local date and time now, or noon of ARBOREX_TODAY (YYYY-MM-DD) when it is set.
 double dateNow();
 
 }  // namespace arborex
