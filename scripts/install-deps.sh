@@ -10,6 +10,8 @@ packages=(
   libgdal-dev odbc-mdbtools mdbtools
   # renders the user's guide to HTML at build time
   pandoc
+  # a real X server for the end-to-end test of the desktop screens
+  xvfb xauth
 )
 missing=()
 for p in "${packages[@]}"; do
