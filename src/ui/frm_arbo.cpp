@@ -466,8 +466,24 @@ void frmArbo::openAddress(const QString& address) {
 }
 
 void frmArbo::mnuHelpArbo_Click() {
-    if (m_.Files[FileManual].empty()) return;
-    QDesktopServices::openUrl(QUrl::fromLocalFile(qs(m_.Files[FileManual])));
+    // A manual the settings name and that is there comes first. Otherwise the user's guide
+    // installed with the program, PREFIX/share/doc/arborex/guide/ for PREFIX/bin/ (the build
+    // tree's layout too): its HTML pages when the build rendered them, else its Markdown ones.
+    if (!m_.Files[FileManual].empty() && fileExists(m_.Files[FileManual])) {
+        launcher_->openDocument(m_.Files[FileManual]);
+        return;
+    }
+    QString prefix = QCoreApplication::applicationDirPath();
+    prefix.truncate(prefix.lastIndexOf('/'));
+    const std::string guide = (prefix + "/share/doc/arborex/guide/").toStdString();
+    for (const char* index : {"index.html", "index.md"}) {
+        if (fileExists(guide + index)) {
+            launcher_->openDocument(guide + index);
+            return;
+        }
+    }
+    // Neither is there: the desktop says what it makes of the manual the settings name.
+    if (!m_.Files[FileManual].empty()) launcher_->openDocument(m_.Files[FileManual]);
 }
 
 void frmArbo::mniEmail_Click() {
