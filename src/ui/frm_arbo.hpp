@@ -1,6 +1,6 @@
 #pragma once
-// The main screen: the hub of view buttons with the File and Help menus. It is the first screen
-// and the last; closing it by any road goes through EndProgram.
+// The main screen: the hub of view buttons with the File, View and Help menus. It is the first
+// screen and the last; closing it by any road goes through EndProgram.
 
 #include <QMainWindow>
 #include <QPointer>
