@@ -1,9 +1,12 @@
 // The main screen's Report view: enabled with a polygon, it asks for the file with the report's
-// dialog and opens what it wrote in the desktop's program, or says where it is.
+// dialog and opens what it wrote in the desktop's program, or says where it is. And the Help
+// menu's manual, opened the same way.
 
+#include <QAction>
 #include <QPushButton>
 #include <QtTest>
 #include <filesystem>
+#include <fstream>
 
 #include "base/document_launcher.hpp"
 #include "gui_fixture.hpp"
@@ -67,6 +70,31 @@ private slots:
         QTest::mouseClick(button, Qt::LeftButton);
         QCOMPARE(gui.shown().back().text,
                  "Your report was saved as: " + gui.dir.file("report.txt"));
+    }
+
+    // Help, Arborex Manual opens the manual the settings name when it is there, and otherwise
+    // the guide installed beside the program (or, without one, still the named manual).
+    void manualOpensTheNamedFileOrTheInstalledGuide() {
+        test::GuiHost gui;
+        programDefaults(gui.m);
+        EmptyArrays(gui.m);
+        frmArbo main(gui.m, gui.host);
+        std::vector<std::string> opened;
+        main.setDocumentLauncher(std::make_unique<RecordingLauncher>(&opened));
+        auto* manual = main.findChild<QAction*>("mnuHelpArbo");
+        QVERIFY(manual);
+
+        const std::string own = gui.dir.file("manual.pdf");
+        std::ofstream(own) << "manual";
+        gui.m.Files[FileManual] = own;
+        manual->trigger();
+        QCOMPARE(opened, std::vector<std::string>{own});
+
+        gui.m.Files[FileManual] = gui.dir.file("missing.pdf");
+        manual->trigger();
+        QCOMPARE(opened.size(), std::size_t{2});
+        const bool guide = opened[1].find("/share/doc/arborex/guide/index.") != std::string::npos;
+        QVERIFY(guide || opened[1] == gui.m.Files[FileManual]);
     }
 };
 
