@@ -25,8 +25,6 @@ using namespace arborex;
 
 namespace {
 
-const std::string kSample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
-
 class RecordingLauncher final : public DocumentLauncher {
 public:
     std::vector<std::string> opened;
@@ -53,10 +51,7 @@ class FrmAgeDistTest : public QObject {
 private slots:
     void choicesReachTheControlFileAndThePicture() {
         test::GuiHost gui;
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
-        LoadReferenceData(gui.m, gui.host);
-        QVERIFY(LoadARX(gui.m, gui.host, kSample));
+        QVERIFY(gui.loadSourceSample());
         gui.m.Paths[UserTemp] = gui.dir.path() + "/";
         gui.m.Files[FileChartex] = "/opt/chart";
         CalcRun run;

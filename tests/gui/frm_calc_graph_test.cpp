@@ -22,8 +22,6 @@ using namespace arborex;
 
 namespace {
 
-const std::string kSample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
-
 class RecordingLauncher final : public DocumentLauncher {
 public:
     bool starts = true;
@@ -50,10 +48,7 @@ class FrmCalcGraphTest : public QObject {
 private slots:
     void menuWritesAndLaunchesEachGraph() {
         test::GuiHost gui;
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
-        LoadReferenceData(gui.m, gui.host);
-        QVERIFY(LoadARX(gui.m, gui.host, kSample));
+        QVERIFY(gui.loadSourceSample());
         gui.m.Paths[UserTemp] = gui.dir.path() + "/";
         gui.m.Files[FileChartex] = "/opt/chart";
         CalcRun run;

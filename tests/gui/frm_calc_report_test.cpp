@@ -21,8 +21,6 @@ using namespace arborex;
 
 namespace {
 
-const std::string kSample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
-
 class RecordingLauncher final : public DocumentLauncher {
 public:
     std::vector<std::string> calls;
@@ -83,10 +81,7 @@ private slots:
 
     void createReportAsksSettingsThenFileThenLaunches() {
         test::GuiHost gui;
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
-        LoadReferenceData(gui.m, gui.host);
-        QVERIFY(LoadARX(gui.m, gui.host, kSample));
+        QVERIFY(gui.loadSourceSample());
         CalcRun run;
         run.FixedStartYear = 2030;
         frmCalc screen(gui.m, gui.host, run);

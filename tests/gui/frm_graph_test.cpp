@@ -24,8 +24,6 @@ using namespace arborex;
 
 namespace {
 
-const std::string kSample = std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx";
-
 std::string leadingBytes(const std::string& path, std::size_t count) {
     std::ifstream in(path, std::ios::binary);
     std::string bytes(count, '\0');
@@ -50,10 +48,7 @@ class FrmGraphTest : public QObject {
 private slots:
     void timeVolumeGraphIsDrawnSavedAndClosedForTheAgeScreen() {
         test::GuiHost gui;
-        programDefaults(gui.m);
-        gui.m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
-        LoadReferenceData(gui.m, gui.host);
-        QVERIFY(LoadARX(gui.m, gui.host, kSample));
+        QVERIFY(gui.loadSourceSample());
         CalcRun run;
         run.FixedStartYear = 2030;
         frmCalc screen(gui.m, gui.host, run);

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "frame/project_open.hpp"
 #include "frame/startup.hpp"
 #include "model/model.hpp"
 #include "platform/qt_settings_store.hpp"
@@ -71,6 +72,15 @@ struct GuiHost {
         std::filesystem::create_directories(m.Paths[UserDocuments]);
         LoadReferenceData(m, host);
         EmptyArrays(m);
+    }
+
+    // The program's defaults over the source tree's reference data, with the bundled sample
+    // project loaded. False when it does not load.
+    bool loadSourceSample() {
+        programDefaults(m);
+        m.Paths[ArborexFolder] = std::string(ARBOREX_SOURCE_DIR) + "/data/";
+        LoadReferenceData(m, host);
+        return LoadARX(m, host, std::string(ARBOREX_SOURCE_DIR) + "/samples/sample.arx");
     }
 };
 
