@@ -15,6 +15,11 @@ function(arborex_target_defaults target)
                                              -fno-sanitize-recover=undefined)
     target_link_options(${target} PRIVATE -fsanitize=address,undefined)
   endif()
+  # A fuzzer steers by the edges it reaches, so the readers it drives need the instrumentation,
+  # not only the fuzzer's own file.
+  if(ARBOREX_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
 endfunction()
 
 # One CTest entry per test file. GUI tests run on the offscreen platform.

@@ -1,5 +1,6 @@
 #include "model/binary_io.hpp"
 
+#include <algorithm>
 #include <cerrno>
 
 #include "base/errors.hpp"
@@ -59,7 +60,7 @@ void ByteWriter::finish() {
     if (failed) throw ArborexError(ErrPathFileAccess);
 }
 
-ByteReader::ByteReader(const std::string& path) : buffer_(kBufferSize) {
+ByteReader::ByteReader(const std::string& path) {
     file_ = std::fopen(path.c_str(), "rb");
     if (!file_) throwOpenFailure(errno, path, false);
     if (std::fseek(file_, 0, SEEK_END) == 0) {
@@ -67,6 +68,10 @@ ByteReader::ByteReader(const std::string& path) : buffer_(kBufferSize) {
         fileSize_ = size > 0 ? static_cast<std::uint64_t>(size) : 0;
     }
     std::rewind(file_);
+    // A small project needs no megabyte of buffer; a file that grows while read still reads in
+    // buffer-sized steps.
+    buffer_.resize(static_cast<std::size_t>(
+        std::clamp<std::uint64_t>(fileSize_, std::uint64_t{4096}, std::uint64_t{kBufferSize})));
 }
 
 ByteReader::~ByteReader() {

@@ -187,6 +187,19 @@ void Loader::readCalcTables(ByteReader& r) {
     c.CutCount = r.i2();
     c.CalcHorizon = r.i2();
     c.NetArea = r.f4();
+    // A damaged count must not size megabytes of tables for a file that ends first: a
+    // calculation whose tables cannot all be there is dropped before anything is sized.
+    const auto bytesOf = [](int records, bool read, std::uint64_t size) {
+        return read ? static_cast<std::uint64_t>(records) * size : std::uint64_t{0};
+    };
+    const std::uint64_t needed = bytesOf(c.BlockLast + 1, c.BlockLast > 0, 42) +
+                                 bytesOf(c.RoadLast, c.RoadLast > 1, 14) +
+                                 bytesOf(c.CutCount, c.CutCount > 1, 44) +
+                                 bytesOf(c.CalcHorizon + 1, c.CalcHorizon > 0, 258);
+    if (needed > r.remaining()) {
+        ResetCalcState(m_);
+        throw ArborexError(ErrInputPastEnd);
+    }
     // Each array takes the size its bound gives, so the model stays consistent with its
     // counters; the elements are read only above the threshold the file has always used, and
     // a single block, road or entry stays zeroed as it always has.
