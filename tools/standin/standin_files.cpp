@@ -1,11 +1,13 @@
 #include "standin/standin_files.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
+#include <system_error>
 
 #include "base/file_names.hpp"
 #include "base/number_text.hpp"
@@ -54,23 +56,43 @@ void put(std::string& line, int column, int width, std::string_view text, bool p
     line.replace(from, field.size(), field);
 }
 
+namespace {
+
+// `value` with `places` decimals as printf's "%.*f" writes it (to_chars is exact in the same
+// way, and several times faster over the hundreds of thousands of numbers of a large run).
+std::string_view fixedText(char (&buffer)[400], double value, int places) {
+    const auto [end, failed] =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, places);
+    if (failed != std::errc{}) return {};
+    return {buffer, static_cast<std::size_t>(end - buffer)};
+}
+
+std::string rightAligned(std::string_view text, int width) {
+    std::string out;
+    if (static_cast<int>(text.size()) < width)
+        out.assign(static_cast<std::size_t>(width) - text.size(), ' ');
+    out.append(text);
+    return out;
+}
+
+}  // namespace
+
 std::string fixedNumber(double value, int width, int decimals) {
-    char buffer[64];
+    char buffer[400];
     for (int places = std::max(decimals, 0); places >= 0; --places) {
-        std::snprintf(buffer, sizeof buffer, "%*.*f", width, places, value);
-        if (static_cast<int>(std::string(buffer).size()) <= width) return buffer;
+        const std::string_view text = fixedText(buffer, value, places);
+        if (!text.empty() && static_cast<int>(text.size()) <= width)
+            return rightAligned(text, width);
     }
     // Not even the whole number fits: the largest (or smallest) one that does.
     const int digits = std::clamp(value < 0 ? width - 1 : width, 1, 18);
     const double largest = std::pow(10.0, digits) - 1.0;
-    std::snprintf(buffer, sizeof buffer, "%*.0f", width, value < 0 ? -largest : largest);
-    return buffer;
+    return rightAligned(fixedText(buffer, value < 0 ? -largest : largest, 0), width);
 }
 
 std::string decimalText(double value, int decimals) {
-    char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%.*f", std::max(decimals, 0), value);
-    return buffer;
+    char buffer[400];
+    return std::string(fixedText(buffer, value, std::max(decimals, 0)));
 }
 
 NumberField numberAt(const std::string& line, int column, int width) {
