@@ -161,7 +161,7 @@ TEST(DocumentReport, FailureLeavesTheFormerFile) {
     TempDir dir;
     const std::string path = dir.file("r.txt");
     std::ofstream(path) << "former";
-    std::filesystem::create_directory(path + ".tmp");  // the temporary cannot be written
+    std::filesystem::create_directory(path + ".saving");  // the temporary cannot be written
     EXPECT_THROW(createReport(f.m, ReportFormat::TXT, path, fixedDay()), ArborexError);
     EXPECT_EQ(readFile(path), "former");
     EXPECT_THROW(createReport(f.m, ReportFormat::TXT, dir.file("no/such/r.txt")), ArborexError);

@@ -148,12 +148,12 @@ TEST(GraphFiles, WrittenIntoTheTemporaryFolderAndHandedToTheGraphingProgram) {
     EXPECT_TRUE(p.host.prompt.shown.empty());  // a program that does not start is passed over
 
     // A failed write leaves the former file as it was.
-    std::filesystem::create_directory(written + ".tmp");
+    std::filesystem::create_directory(written + ".saving");
     EXPECT_THROW(writeResultGraph(p.m, p.run, 0, testNow()), ArborexError);
     EXPECT_EQ(readFile(written), readFile(goldenPath("graph1.txt")));
 
     // Without a calculation the menu entries write nothing.
-    std::filesystem::remove_all(written + ".tmp");
+    std::filesystem::remove_all(written + ".saving");
     std::filesystem::remove(written);
     p.m.Calc.CutCount = 0;
     EXPECT_EQ(writeResultGraph(p.m, p.run, 0, testNow()), "");

@@ -2,10 +2,9 @@
 #include "report/document_report.hpp"
 
 #include <array>
-#include <cstdio>
-#include <fstream>
 #include <utility>
 
+#include "base/atomic_file.hpp"
 #include "base/dates.hpp"
 #include "base/display_format.hpp"
 #include "base/errors.hpp"
@@ -203,21 +202,8 @@ std::string reportText(const Model& m, ReportFormat format, const ReportContext&
 void createReport(const Model& m, ReportFormat format, const std::string& path,
                   const ReportContext& context) {
     const std::string text = reportText(m, format, context);
-    const std::string temporary = path + ".tmp";
-    {
-        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-        if (!out) throw ArborexError(ErrPathFileAccess, temporary);
-        out.write(text.data(), static_cast<std::streamsize>(text.size()));
-        out.close();
-        if (!out) {
-            std::remove(temporary.c_str());
-            throw ArborexError(ErrPathFileAccess, temporary);
-        }
-    }
-    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
-        std::remove(temporary.c_str());
-        throw ArborexError(ErrPathFileAccess, path);
-    }
+    // The former report stays whole until the new one is on disk.
+    writeFileAtomically(path, text);
 }
 
 }  // namespace arborex

@@ -1,10 +1,9 @@
 #include "report/graph_files.hpp"
 
-#include <filesystem>
-#include <fstream>
 #include <ostream>
 #include <sstream>
 
+#include "base/atomic_file.hpp"
 #include "base/dates.hpp"
 #include "base/display_format.hpp"
 #include "base/errors.hpp"
@@ -13,8 +12,6 @@
 #include "report/graph_files_text.hpp"
 
 namespace arborex {
-
-namespace fs = std::filesystem;
 
 const std::array<const char*, 10> kAgeClassLabels = {
     "0", "1-20", "21-40", "41-60", "61-80", "81-100", "101-120", "121-140", "141-250", "251+"};
@@ -198,23 +195,7 @@ std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double 
 }
 
 void writeControlFile(const std::string& path, const std::string& text) {
-    const std::string temporary = path + ".tmp";
-    {
-        std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-        file.write(text.data(), static_cast<std::streamsize>(text.size()));
-        file.close();
-        if (!file) {
-            std::error_code ignored;
-            fs::remove(temporary, ignored);
-            throw ArborexError(ErrPathFileAccess, path);
-        }
-    }
-    std::error_code ec;
-    fs::rename(temporary, path, ec);
-    if (ec) {
-        fs::remove(temporary, ec);
-        throw ArborexError(ErrPathFileAccess, path);
-    }
+    writeFileAtomically(path, text);
 }
 
 std::string writeResultGraph(const Model& m, const CalcRun& run, int index, double now) {

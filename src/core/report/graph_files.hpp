@@ -62,8 +62,9 @@ AgeGraphRequest defaultAgeGraphRequest(int firstYear);
 // area of that class in that year; a year outside the last run's table (a blank one) shows 0.
 std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double now);
 
-// Replaces `path` with `text`: written under a temporary name beside it, then renamed. Throws
-// ArborexError (the former file untouched) when it cannot be written.
+// Replaces `path` with `text` as a save replaces a project: on disk under a temporary name
+// beside it, then renamed. Throws ArborexError (the former file untouched) when it cannot be
+// written.
 void writeControlFile(const std::string& path, const std::string& text);
 
 // The three writers of the menu entries and the age distribution screen: each writes its file
