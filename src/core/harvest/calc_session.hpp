@@ -131,9 +131,11 @@ struct CalcRun {
         std::vector<int> standing;  // all but finished blocks: the inventory
         int queueHead = 0;          // CutQueue entries before it are all taken
         // No entry of `thinning` is due before nextThinYear, none of `reentry` before
-        // nextReentryYear, so that a walk that cannot find anything is not made.
+        // nextReentryYear, no untaken CutQueue entry before nextQueueYear, so that a walk that
+        // cannot find anything is not made.
         int nextThinYear = 32767;
         int nextReentryYear = 32767;
+        int nextQueueYear = 32767;
         void clear() {
             waiting.clear();
             reentry.clear();
@@ -141,7 +143,7 @@ struct CalcRun {
             thinning.clear();
             standing.clear();
             queueHead = 0;
-            nextThinYear = nextReentryYear = 32767;
+            nextThinYear = nextReentryYear = nextQueueYear = 32767;
         }
         // A new block, at the end of BlockList.
         void track(int index, const Block& block) {

@@ -176,18 +176,26 @@ int16_t findBlock(CalcSession& s) {
     }
     if (found != -1) return static_cast<int16_t>(found);
 
-    for (int i = run.Walks.queueHead; i <= run.QueueLast; ++i) {
-        uint16_t& entry = run.CutQueue.at(static_cast<std::size_t>(i));
-        if (entry == kQueueTaken) {
-            if (i == run.Walks.queueHead) ++run.Walks.queueHead;
-            continue;
+    // A queued block's due year never changes, so a walk that found nothing knows the earliest
+    // year in which the next one can.
+    if (run.Walks.nextQueueYear <= run.CurYear) {
+        int next = 32767;
+        for (int i = run.Walks.queueHead; i <= run.QueueLast; ++i) {
+            uint16_t& entry = run.CutQueue.at(static_cast<std::size_t>(i));
+            if (entry == kQueueTaken) {
+                if (i == run.Walks.queueHead) ++run.Walks.queueHead;
+                continue;
+            }
+            const int due = calc.BlockList[entry].DueYear;
+            if (due <= run.CurYear) {
+                const auto b = static_cast<int16_t>(entry);
+                entry = kQueueTaken;
+                if (i == run.Walks.queueHead) ++run.Walks.queueHead;
+                return b;
+            }
+            next = std::min(next, due);
         }
-        if (calc.BlockList[entry].DueYear <= run.CurYear) {
-            const auto b = static_cast<int16_t>(entry);
-            entry = kQueueTaken;
-            if (i == run.Walks.queueHead) ++run.Walks.queueHead;
-            return b;
-        }
+        run.Walks.nextQueueYear = next;
     }
 
     // Every block the walk passes over joins the queue, in harvest order.
@@ -206,6 +214,7 @@ int16_t findBlock(CalcSession& s) {
             run.QueueLast = toI2(run.QueueLast + 1);
             run.CutQueue.resize(static_cast<std::size_t>(run.QueueLast) + 1);
             run.CutQueue[static_cast<std::size_t>(run.QueueLast)] = static_cast<uint16_t>(b);
+            run.Walks.nextQueueYear = std::min<int>(run.Walks.nextQueueYear, block.DueYear);
             block.Status = kStatusQueued;
         }
         list.clear();
