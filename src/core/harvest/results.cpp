@@ -242,13 +242,24 @@ void BuildReportIndex(CalcSession& s) {
     const auto rows = static_cast<std::size_t>(run.IncludedLast + 1);
     run.ExistingIdx.assign(rows, 0);
     run.FutureIdx.assign(rows, 0);
+    // The report rows of each polygon, so that a block finds its own rows without a walk over
+    // all of them.
+    std::vector<std::vector<int>> rowsOf;
+    for (int i = 0; i <= run.IncludedLast; ++i) {
+        const int polygon = checkedAt(run.IncludedPoly, i, "IncludedPoly");
+        if (polygon < 0) continue;
+        if (static_cast<std::size_t>(polygon) >= rowsOf.size())
+            rowsOf.resize(static_cast<std::size_t>(polygon) + 1);
+        rowsOf[static_cast<std::size_t>(polygon)].push_back(i);
+    }
     for (int b = 0; b <= calc.BlockLast; ++b) {
         const Block& block = calc.BlockList[b];
         if (block.CutFraction == 1.0f) continue;
         const int16_t index = toI2(b + 1);
+        const auto polygon = static_cast<std::size_t>(block.Polygon);
+        if (block.Polygon < 0 || polygon >= rowsOf.size()) continue;
         // No early exit: the last block in list order wins for each polygon and side.
-        for (int i = 0; i <= run.IncludedLast; ++i) {
-            if (checkedAt(run.IncludedPoly, i, "IncludedPoly") != block.Polygon) continue;
+        for (const int i : rowsOf[polygon]) {
             if (block.DueYear > run.CurYear)
                 run.FutureIdx[static_cast<std::size_t>(i)] = index;
             else
