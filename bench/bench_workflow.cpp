@@ -9,8 +9,8 @@
 //   BM_WrittenReport    the written report (createReport, plain text and Rich Text)
 //   BM_SaveArx          the project with its calculation saved
 //   BM_LoadARX          and loaded back
-// The yield run of 999 polygons through the stand-ins is bench_yield_run's BM_YieldRun (817 ms
-// without the screen's polling waits, 1,819 ms with them, on the machine of its figures).
+// The yield run of 999 polygons through the stand-ins is bench_yield_run's BM_YieldRun (673 ms
+// without the screen's polling waits, 1,661 ms with them, on the machine of its figures).
 //
 // The screen is opened (harvest order, ExpandYields) before the timed search, as bench_calc
 // does. Targets: import < 1 s, yield run < 2 s, search < 0.5 s, each report < 0.5 s, save and

@@ -12,21 +12,19 @@
 // the batch file + ExportTIPSY, each stand-in run alone on the exported files, each import of
 // a finished output, and CalculateYield of both models.
 //
-// Figures (Release, 2 x AMD EPYC 2.6 GHz, GCC 12, /tmp on ext4; 24 Nov 2026, load 1.0 from this
-// run alone; medians of 5 repetitions, wall time):
-//   BM_YieldRun/screen_wait:0       817 ms  (1,189 ms before vdypbat's columns were resolved
-//                                            once per table; vdypbat then took 1,064 ms)
-//   BM_YieldRun/screen_wait:1     1,819 ms
-//   BM_StandIn/vdypbat              636 ms  35.2 MB of vdypout.dat (300,699 rows)
-//   BM_Import/ImportVDYP             79 ms  447 MB/s
+// Figures (Release, 2 x AMD EPYC 2.6 GHz, GCC 12, /tmp on ext4; 24 Nov 2026, load about 3 with
+// a fuzz campaign beside it; medians of 3 repetitions, wall time):
+//   BM_YieldRun/screen_wait:0       673 ms  (817 ms while vdypbat formatted with snprintf)
+//   BM_YieldRun/screen_wait:1     1,661 ms
+//   BM_StandIn/vdypbat              477 ms  35.2 MB of vdypout.dat (300,699 rows)
+//   BM_Import/ImportVDYP             83 ms  441 MB/s
 //   BM_StandIn/btipsy                77 ms  2.0 MB of TIPSYout.dat
-//   BM_Import/ImportTIPSY2          5.9 ms
-//   BM_CalculateYield               3.8 ms  both models
-//   BM_Export/ExportTIPSY           2.0 ms  with the batch file
-//   BM_Export/ExportVDYP            1.6 ms  with linedef.txt
-// The parts add up to 806 ms; the rest of the run (the checks, the error files, the species
-// mix, starting the programs) is about 11 ms. vdypbat is 78% of the run, and of its time about
-// 60% goes to snprintf in standin::fixedNumber and 10% to pow and exp in the growth model.
+//   BM_Import/ImportTIPSY2          5.7 ms
+//   BM_CalculateYield               3.9 ms  both models
+//   BM_Export/ExportTIPSY           2.6 ms  with the batch file
+//   BM_Export/ExportVDYP            2.1 ms  with linedef.txt
+// vdypbat is still most of the run: pow and exp of the growth model lead its profile now,
+// then the columns of its lines.
 
 #include <benchmark/benchmark.h>
 
