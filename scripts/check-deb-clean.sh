@@ -20,15 +20,18 @@ deb $mirror bookworm-updates main
 deb http://deb.debian.org/debian-security bookworm-security main
 EOF
 cp /etc/resolv.conf "$root/etc/resolv.conf"
-mount -t proc proc "$root/proc"
+# The X server's sockets are shared with the new system; on a machine that never ran one the
+# folder is made first, so that the bind mount cannot fail and leave /proc mounted.
+mkdir -p -m 1777 /tmp/.X11-unix
 mkdir -p "$root/tmp/.X11-unix"
-mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
 xserver=
 cleanup() {
   [ -n "$xserver" ] && kill "$xserver" 2>/dev/null || true
-  umount "$root/tmp/.X11-unix" "$root/proc"
+  umount "$root/tmp/.X11-unix" "$root/proc" 2>/dev/null || true
 }
 trap cleanup EXIT
+mount -t proc proc "$root/proc"
+mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
 in_root() {
   chroot "$root" env -i PATH=/usr/bin:/bin HOME=/root LANG=C.UTF-8 XDG_RUNTIME_DIR=/tmp/runtime "$@"
 }

@@ -3,6 +3,7 @@
 #include <cctype>
 #include <ostream>
 
+#include "base/atomic_file.hpp"
 #include "base/dates.hpp"
 #include "base/number_text.hpp"
 #include "base/text.hpp"
@@ -122,7 +123,7 @@ int runGraph(const std::vector<std::string>& args, std::ostream& out, std::ostre
         const CalcRun noSessionRun;
         text = resultGraphText(*m, noSessionRun, kind, now);
     }
-    writeControlFile(target, text);
+    writeFileAtomically(target, text);
     out << "Wrote " << target << '\n';
     return ExitOk;
 }

@@ -194,28 +194,24 @@ std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double 
     return std::move(t.text());
 }
 
-void writeControlFile(const std::string& path, const std::string& text) {
-    writeFileAtomically(path, text);
-}
-
 std::string writeResultGraph(const Model& m, const CalcRun& run, int index, double now) {
     if (m.Calc.CutCount == 0) return {};
     const std::string path = inFolder(m, kGraphFile);
-    writeControlFile(path, resultGraphText(m, run, index, now));
+    writeFileAtomically(path, resultGraphText(m, run, index, now));
     return path;
 }
 
 std::string GraphTimeVolume2(const Model& m, double now) {
     if (m.Calc.CutCount == 0) return {};
     const std::string path = inFolder(m, kTimeVolumeGraphFile);
-    writeControlFile(path, timeVolumeGraphText(m, now));
+    writeFileAtomically(path, timeVolumeGraphText(m, now));
     return path;
 }
 
 std::string writeAgeGraph(const Model& m, const AgeGraphRequest& request, double now) {
     if (m.Calc.CutCount == 0) return {};
     const std::string path = inFolder(m, kAgeGraphFile);
-    writeControlFile(path, ageGraphText(m, request, now));
+    writeFileAtomically(path, ageGraphText(m, request, now));
     return path;
 }
 

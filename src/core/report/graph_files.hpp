@@ -62,14 +62,10 @@ AgeGraphRequest defaultAgeGraphRequest(int firstYear);
 // area of that class in that year; a year outside the last run's table (a blank one) shows 0.
 std::string ageGraphText(const Model& m, const AgeGraphRequest& request, double now);
 
-// Replaces `path` with `text` as a save replaces a project: on disk under a temporary name
-// beside it, then renamed. Throws ArborexError (the former file untouched) when it cannot be
-// written.
-void writeControlFile(const std::string& path, const std::string& text);
-
 // The three writers of the menu entries and the age distribution screen: each writes its file
 // into Paths[1] and returns its path, or returns an empty path and writes nothing while the
-// project holds no calculation (CutCount 0).
+// project holds no calculation (CutCount 0). A file that cannot be written throws
+// ArborexError and leaves the former one whole (writeFileAtomically).
 std::string writeResultGraph(const Model& m, const CalcRun& run, int index, double now);
 std::string GraphTimeVolume2(const Model& m, double now);
 std::string writeAgeGraph(const Model& m, const AgeGraphRequest& request, double now);
